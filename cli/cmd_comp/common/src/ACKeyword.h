@@ -1,0 +1,87 @@
+#ifndef QOR_CLI_AC_KEYWORD_H
+#define QOR_CLI_AC_KEYWORD_H
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "AutoCompleteNode.h"
+
+namespace QorCliUtilities {
+
+// A node for a fixed word of a command.
+//
+// Matches the whole word in any letter case; abbreviations count only in
+// completion. The word may be a list of spellings. Created with
+// VALIDATION_KEYWORD.
+class ACKeyword : public AutoCompleteNode {
+ public:
+  // `keyword` is kept in lower case. `help` is the text shown beside it.
+  // `completionToken`: QOR_CLI_TOKEN_OPTION is passed on to the candidates of
+  // alternatives and of variant completion; with any other value, candidates
+  // say whether they complete a begun word or follow the line.
+  // `splitAlternatives`: `keyword` is a list of spellings separated by "|", of
+  // which those that begin with "-" are offered as completions.
+  // `offerWhenEmpty`: offered even before its first letter is typed as the
+  // first word of a line (outside QOR_CLI_MODE_EXEC; there it always is).
+  // `variantCompletion`: offered as an option is, in the first sort group.
+  // `requiresCursor`, `forbidsCursor`: the keyword is there only while the
+  // session has a cursor, or has none.
+  ACKeyword(std::string const& keyword, std::string const& help,
+            std::set<unsigned> modes, bool potentialTerminalNode, bool hidden,
+            QorCliCompletionToken_1T completionToken, bool splitAlternatives,
+            bool offerWhenEmpty, bool variantCompletion, bool requiresCursor,
+            bool forbidsCursor);
+
+  std::string keyword() const override;
+
+  // Throws Error "Autocomplete keyword past end of token list", "Autocomplete
+  // keyword called on intermediate node" when `position` is neither that of the
+  // last token nor the number of tokens, or "Autocomplete keyword not valid for
+  // mode". Returns 0.
+  int autoComplete(CliApiContext& ctx, std::vector<std::string> const& tokens,
+                   std::string const& lastToken, unsigned& position,
+                   bool endsWithSpace, bool helpRequest,
+                   std::vector<AutoCompleteResult>& results,
+                   IOutput& output) override;
+
+  // Throws Error "isMatch keyword past end of token list" or "isMatch keyword
+  // not valid for mode".
+  bool isMatch(CliApiContext& ctx, std::vector<std::string> const& tokens,
+               unsigned& position, IOutput& output, bool executing) override;
+
+  bool ignoreCase() const override;
+  std::string toString() const override;
+  std::string toShortString() const override;
+
+  // The help text in a mode: the same in all of them, in this class.
+  virtual std::string helpText(QorCliModeEnum_1T mode) const;
+
+  // Whether a cursor stands for no cursor: null or "".
+  static bool isGhost(char const* cursor);
+
+ private:
+  struct Request;
+
+  bool existsForCursor(char const* cursor) const;
+  void offerAlternatives(Request const& request,
+                         std::vector<AutoCompleteResult>& results) const;
+  void offerKeyword(Request const& request,
+                    std::vector<AutoCompleteResult>& results) const;
+  void offerAsOption(std::string const& text, Request const& request,
+                     std::vector<AutoCompleteResult>& results) const;
+
+  std::string keyword_;
+  std::vector<std::string> alternatives_;
+  std::string help_;
+  bool splitAlternatives_;
+  bool offerWhenEmpty_;
+  bool requiresCursor_;
+  bool forbidsCursor_;
+  bool variantCompletion_;
+  QorCliCompletionToken_1T completionToken_;
+};
+
+}  // namespace QorCliUtilities
+
+#endif

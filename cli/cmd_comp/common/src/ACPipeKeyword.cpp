@@ -1,0 +1,19 @@
+#include "ACPipeKeyword.h"
+
+#include <utility>
+
+namespace QorCliUtilities {
+
+ACPipeKeyword::ACPipeKeyword(std::string const& keyword,
+                             std::string const& help, std::set<unsigned> modes,
+                             bool potentialTerminalNode, bool hidden,
+                             QorCliCompletionToken_1T, bool splitAlternatives,
+                             bool, bool variantCompletion, bool requiresCursor,
+                             bool forbidsCursor)
+    : ACKeyword(keyword, help, std::move(modes), potentialTerminalNode, hidden,
+                QOR_CLI_TOKEN_PIPE_COMMAND, splitAlternatives, true,
+                variantCompletion, requiresCursor, forbidsCursor) {}
+
+ACPipeKeyword::~ACPipeKeyword() = default;
+
+}  // namespace QorCliUtilities

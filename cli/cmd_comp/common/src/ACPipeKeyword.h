@@ -1,0 +1,27 @@
+#ifndef QOR_CLI_AC_PIPE_KEYWORD_H
+#define QOR_CLI_AC_PIPE_KEYWORD_H
+
+#include <set>
+#include <string>
+
+#include "ACKeyword.h"
+
+namespace QorCliUtilities {
+
+// The keyword of a pipe command: an ACKeyword that is always offered as the
+// first word and always of the kind QOR_CLI_TOKEN_PIPE_COMMAND, whatever the
+// constructor's `completionToken` and `offerWhenEmpty` say.
+class ACPipeKeyword : public ACKeyword {
+ public:
+  ACPipeKeyword(std::string const& keyword, std::string const& help,
+                std::set<unsigned> modes, bool potentialTerminalNode,
+                bool hidden, QorCliCompletionToken_1T completionToken,
+                bool splitAlternatives, bool offerWhenEmpty,
+                bool variantCompletion, bool requiresCursor,
+                bool forbidsCursor);
+  ~ACPipeKeyword() override;
+};
+
+}  // namespace QorCliUtilities
+
+#endif

@@ -1,0 +1,156 @@
+#ifndef QOR_CLI_AUTO_COMPLETE_NODE_H
+#define QOR_CLI_AUTO_COMPLETE_NODE_H
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "AbstractCommand.h"
+#include "AutoCompleteResult.h"
+#include "CliApiContext.h"
+#include "IOutput.h"
+
+namespace QorCliUtilities {
+
+// How strictly a line is validated at a node, weakest first. Where two command
+// paths share a node, the larger value holds. Any value may be used; the named
+// ones have a meaning of their own.
+enum Validation_Type : std::int32_t {
+  // On execution a keyword node stands aside: it matches without taking a word.
+  VALIDATION_NONE = 0,
+  // The word must be the node's own. What keyword nodes are created with.
+  VALIDATION_KEYWORD = 3,
+};
+
+// A node of a command tree.
+//
+// A node stands for a word of a command line, or for several (a multi-token
+// node). A subclass decides which words match and what is offered while they
+// are typed. A node that carries a command ends a path: it is never matched
+// against a word, and the node above it must be a potential terminal node.
+//
+// Nodes are made with new, handed to AutoCompleteTree::addPathToTree and owned
+// by the tree from then on. They cannot be copied, assigned or compared: each
+// throws Error "Hit private code".
+//
+// Positions are indexes into the token list. One call at a time on the nodes of
+// one tree, for multi-token nodes may keep state while a line is matched.
+class AutoCompleteNode {
+ public:
+  // A node that ends a path and runs `command`, which is not owned; the root of
+  // a tree, when `command` is null. Valid in no mode, not hidden.
+  explicit AutoCompleteNode(AbstractCommand* command);
+
+  // A node that is valid in `modes` (QorCliModeEnum_1T values; QOR_CLI_MODE_ANY
+  // stands for all). `potentialTerminalNode`: a command line may end here.
+  // `hidden`: the node is not offered.
+  AutoCompleteNode(std::set<unsigned> modes, Validation_Type validationType,
+                   bool potentialTerminalNode, bool hidden);
+
+  // Leaves the children and the command alone.
+  virtual ~AutoCompleteNode() = default;
+
+  // The text that identifies the node among its parent's children.
+  virtual std::string keyword() const;
+
+  // Adds the node's candidates to `results`. `position` is that of the word to
+  // complete, or the number of tokens when that word has not been begun;
+  // `lastToken` is the partly typed word as the engine sees it, empty for help;
+  // `endsWithSpace` says that the line ends in a blank, `helpRequest` that help
+  // is wanted and not completion. Throws Error when the call makes no sense for
+  // the node. Returns 0, or a node's own status.
+  virtual int autoComplete(CliApiContext& ctx,
+                           std::vector<std::string> const& tokens,
+                           std::string const& lastToken, unsigned& position,
+                           bool endsWithSpace, bool helpRequest,
+                           std::vector<AutoCompleteResult>& results,
+                           IOutput& output);
+
+  // Whether the node matches at `position`, which is moved past the tokens that
+  // were looked at, also when they do not match. `executing` tells execution
+  // from completion. Throws Error when there is no token at `position` or the
+  // node is not valid in the session's mode.
+  virtual bool isMatch(CliApiContext& ctx,
+                       std::vector<std::string> const& tokens,
+                       unsigned& position, IOutput& output, bool executing);
+
+  // Whether isMatch is called once for each of several tokens.
+  virtual bool isMultiTokenNode() const;
+  // Whether the token that a multi-token node matched last was its last one.
+  virtual bool isLastMultiTokenElement(CliApiContext& ctx) const;
+  // Forgets what a multi-token node has matched so far.
+  virtual void resetNode(CliApiContext& ctx);
+  // Whether the words of the node may be typed in any letter case.
+  virtual bool ignoreCase() const;
+  // Whether a word of the node may contain blanks.
+  virtual bool internalSpacesAllowed() const;
+  // Whether "<cr>" is not to be offered after this node.
+  virtual bool doNoAddCRCompletion(
+      CliApiContext const& ctx, std::vector<std::string> const& tokens) const;
+
+  // For traces: the command's name and " command", or "Root".
+  virtual std::string toString() const;
+  virtual std::string toShortString() const;
+
+  bool isValidForMode(QorCliModeEnum_1T mode) const;
+  // Whether keyword() is "Root".
+  bool isRoot() const;
+  // Whether the node carries a command.
+  bool isExecutable() const { return command_ != nullptr; }
+  bool isHidden() const { return hidden_; }
+  void unsetHidden() { hidden_ = false; }
+  bool potentialTerminalNode() const { return potentialTerminalNode_; }
+  void setPotentialTerminalNode(bool value) { potentialTerminalNode_ = value; }
+  Validation_Type validationType() const { return validationType_; }
+  void setValidationType(Validation_Type value) { validationType_ = value; }
+
+  // Makes the node valid in the modes of `other`, too.
+  void addState(AutoCompleteNode const& other);
+
+  // The children, in the order in which they were added. Not owned.
+  std::vector<AutoCompleteNode*> const& children() const { return children_; }
+  void addChild(AutoCompleteNode* child) { children_.push_back(child); }
+  // Forgets the children without deleting them.
+  void clearChildren() { children_.clear(); }
+
+  // Whether `context` may run the node's command; true when it carries none.
+  bool isAuthorized(CliApiContext& context) const;
+
+  // Runs the command and returns its result. Returns -1 when the node carries
+  // no command, and, with "Not allowed" added to `output`, when the session may
+  // not run it. Throws what the command throws.
+  int execute(CliApiContext& context, std::vector<std::string> const& tokens,
+              IOutput& output);
+
+  // Whether `typed` is a prefix of `candidate`, ignoring the case of ASCII
+  // letters. An empty `typed` is a prefix of everything.
+  static bool match(std::string candidate, std::string typed);
+
+  // Returns the token at `position`, or an empty string when `position` is the
+  // number of tokens. Always moves `position` on by one.
+  static std::string extractToken(std::vector<std::string> const& tokens,
+                                  unsigned& position);
+
+  // Appends one candidate to `results`; neither sorts nor looks for duplicates.
+  static void addPossibility(AutoCompleteResult::SortIndex sortIndex,
+                             std::string completion, std::string help,
+                             QorCliCompletionToken_1T token,
+                             std::vector<AutoCompleteResult>& results);
+
+  AutoCompleteNode(AutoCompleteNode const& other);
+  AutoCompleteNode& operator=(AutoCompleteNode const& other);
+  bool operator==(AutoCompleteNode const& other) const;
+
+ private:
+  std::vector<AutoCompleteNode*> children_;
+  std::set<unsigned> modes_;
+  bool potentialTerminalNode_ = false;
+  AbstractCommand* command_ = nullptr;
+  bool hidden_ = false;
+  Validation_Type validationType_ = VALIDATION_NONE;
+};
+
+}  // namespace QorCliUtilities
+
+#endif

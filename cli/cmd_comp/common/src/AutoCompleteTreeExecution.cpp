@@ -1,0 +1,147 @@
+#include "AutoCompleteTree.h"
+#include "OperationTrace.h"
+
+namespace QorCliUtilities {
+namespace {
+
+// The one multi-token node that may be left before its last element: it takes
+// any number of tokens, so the end of the line is as good an end as any.
+constexpr char kOpenEndedKeyword[] = "MultiParms";
+
+// Lets a multi-token node match tokens from `position` on until it says that
+// its last element was matched, or the line ends. False when the node refuses a
+// token or the line ends too early.
+bool matchesMultiToken(AutoCompleteNode& node, CliApiContext& context,
+                       std::vector<std::string> const& tokens,
+                       unsigned position, IOutput& output) {
+  while (position < tokens.size()) {
+    if (!node.isMatch(context, tokens, position, output, true)) return false;
+    if (node.isLastMultiTokenElement(context)) break;
+  }
+  return node.isLastMultiTokenElement(context) ||
+         node.keyword() == kOpenEndedKeyword;
+}
+
+}  // namespace
+
+int AutoCompleteTree::executeCommand(CliApiContext& context, std::string line,
+                                     unsigned* commandMatchCount,
+                                     IOutput& output) {
+  OperationTrace const trace;
+  std::vector<std::string> tokens;
+  if (!tokenize(line, tokens, output)) return trace.exitWith(-1);
+  return trace.exitWith(execute(context, tokens, commandMatchCount, output));
+}
+
+int AutoCompleteTree::execute(CliApiContext& context,
+                              std::vector<std::string> const& tokens,
+                              unsigned* commandMatchCount, IOutput& output) {
+  OperationTrace const trace;
+  if (root_ == nullptr) return trace.exitWith(0);
+  return trace.exitWith(
+      executeSearch(root_, context, tokens, 0, commandMatchCount, output));
+}
+
+// The walk takes the first child, in stored order, that leads to a command;
+// whether one did is told by the match counter alone, since a command may
+// return anything.
+//
+// The depth of the recursion is that of the tree, whatever the line.
+int AutoCompleteTree::executeSearch(AutoCompleteNode* node,
+                                    CliApiContext& context,
+                                    std::vector<std::string> const& tokens,
+                                    unsigned position,
+                                    unsigned* commandMatchCount,
+                                    IOutput& output) {
+  OperationTrace const trace;
+  QOR_CLI_TRACE("There are %zu children", node->children().size());
+  unsigned const before = *commandMatchCount;
+  int result = 0;
+  for (unsigned i = 0; i < node->children().size(); ++i) {
+    AutoCompleteNode* const child = node->children()[i];
+    QOR_CLI_TRACE("Checking child %u: %s", i, child->keyword().c_str());
+    if (!child->isValidForMode(context.getMode())) continue;
+    if (tokens.empty()) return trace.exitWith(0);
+    result = executeBranch(child, context, tokens, position, commandMatchCount,
+                           output);
+    if (*commandMatchCount > before) break;
+  }
+  return trace.exitWith(result);
+}
+
+int AutoCompleteTree::executeBranch(AutoCompleteNode* child,
+                                    CliApiContext& context,
+                                    std::vector<std::string> const& tokens,
+                                    unsigned position,
+                                    unsigned* commandMatchCount,
+                                    IOutput& output) {
+  if (position + std::size_t{1} == tokens.size()) {
+    QOR_CLI_TRACE("We are at last token.");
+    return executeValidation(child, context, tokens, position,
+                             commandMatchCount, output);
+  }
+  if (!child->isMultiTokenNode()) {
+    return executeBelow(child, context, tokens, position, commandMatchCount,
+                        output);
+  }
+  QOR_CLI_TRACE("We found multi token node.");
+  if (!matchesMultiToken(*child, context, tokens, position, output)) return 0;
+  child->resetNode(context);
+  return executeValidation(child, context, tokens, position, commandMatchCount,
+                           output);
+}
+
+// A node that swallowed the whole rest of the line without ending a command is
+// searched one token back, so that a greedy node followed by a keyword still
+// finds the keyword.
+int AutoCompleteTree::executeBelow(AutoCompleteNode* child,
+                                   CliApiContext& context,
+                                   std::vector<std::string> const& tokens,
+                                   unsigned position,
+                                   unsigned* commandMatchCount,
+                                   IOutput& output) {
+  if (!child->isMatch(context, tokens, position, output, true)) return 0;
+  QOR_CLI_TRACE("We found exact match node '%s'", child->toString().c_str());
+  if (position == tokens.size()) {
+    QOR_CLI_TRACE("We found exact match node position = %u", position);
+    --position;
+    unsigned const before = *commandMatchCount;
+    int const result = executeValidation(child, context, tokens, position,
+                                         commandMatchCount, output);
+    if (*commandMatchCount > before) return result;
+  }
+  return executeSearch(child, context, tokens, position, commandMatchCount,
+                       output);
+}
+
+int AutoCompleteTree::executeValidation(AutoCompleteNode* node,
+                                        CliApiContext& context,
+                                        std::vector<std::string> const& tokens,
+                                        unsigned position,
+                                        unsigned* commandMatchCount,
+                                        IOutput& output) {
+  OperationTrace const trace;
+  if (!node->isMatch(context, tokens, position, output, true) ||
+      node->children().empty() || !node->potentialTerminalNode()) {
+    return trace.exitWith(0);
+  }
+  for (AutoCompleteNode* child : node->children()) {
+    QOR_CLI_TRACE("We are checking node '%s'", child->toString().c_str());
+    if (!child->isExecutable()) continue;
+    ++*commandMatchCount;
+    return trace.exitWith(child->execute(context, tokens, output));
+  }
+  return trace.exitWith(0);
+}
+
+bool AutoCompleteTree::isCommandAuthorized(AutoCompleteNode* node,
+                                           CliApiContext& context) {
+  OperationTrace const trace;
+  if (!node->isAuthorized(context)) return trace.exitWith(false);
+  for (AutoCompleteNode* child : node->children()) {
+    if (!isCommandAuthorized(child, context)) return trace.exitWith(false);
+  }
+  return trace.exitWith(true);
+}
+
+}  // namespace QorCliUtilities

@@ -1,0 +1,124 @@
+#ifndef QOR_CLI_API_CONTEXT_INTERFACE_H
+#define QOR_CLI_API_CONTEXT_INTERFACE_H
+
+#include <Poco/SharedPtr.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "QorTypes.h"
+
+struct QorCliApiContext_5;
+struct QorCliApiContext_6;
+struct QorCliApiContext_7;
+struct QorCliApiContext_8;
+struct QorCliCompletionData_1T;
+struct QorCliPasswordPromptData_1T;
+
+namespace QorCliUtilities {
+
+// The session and the action that a command works for, and the way to answer.
+//
+// An interface over the framework's context records, which come in versions.
+// Code asks get_v5() to get_v8() which record stands behind it: at most one is
+// not null. The record and the texts in it belong to the engine.
+//
+// Operations that return QorReturnT return 0 on success and -1 when the record
+// does not offer them. In setOutput and the completion setters the first three
+// numbers are: the index of this item from 0, the number of items, the action
+// id. Texts are NUL-terminated and only read during the call.
+//
+// An object is used by one thread at a time.
+class CliApiContext {
+ public:
+  // A named property of the session.
+  struct SessionProperty {
+    std::string name;
+    std::string value;
+  };
+
+  virtual ~CliApiContext() = default;
+
+  // The record behind this context, or null when it is of another version.
+  virtual QorCliApiContext_5 const* get_v5() const { return nullptr; }
+  virtual QorCliApiContext_5* get_v5() { return nullptr; }
+  virtual QorCliApiContext_6 const* get_v6() const { return nullptr; }
+  virtual QorCliApiContext_6* get_v6() { return nullptr; }
+  virtual QorCliApiContext_7 const* get_v7() const { return nullptr; }
+  virtual QorCliApiContext_7* get_v7() { return nullptr; }
+  virtual QorCliApiContext_8 const* get_v8() const { return nullptr; }
+  virtual QorCliApiContext_8* get_v8() { return nullptr; }
+
+  // True when there is a record behind this context. Nothing else may be called
+  // when there is none.
+  virtual operator bool() const = 0;
+
+  virtual unsigned getActionId() const = 0;
+  virtual void setActionId(unsigned actionId) = 0;
+  virtual QorReturnT setCursor(char const* cursor) = 0;
+  virtual char const* getPrompt() const = 0;
+  // Sends the prompt that setPromptString left, if one is waiting.
+  virtual QorReturnT setPrompt() = 0;
+  // Keeps a copy of `prompt` for the next setPrompt; null is read as empty.
+  virtual void setPromptString(char const* prompt) = 0;
+  virtual QorReturnT setOutput(unsigned index, unsigned count,
+                               unsigned actionId, char const* text) = 0;
+  virtual QorReturnT setAutocompleteResult(unsigned index, unsigned count,
+                                           unsigned actionId,
+                                           QorCliCompletionToken_1T token,
+                                           char const* completion,
+                                           char const* help) = 0;
+  virtual QorReturnT sessionShutdown(unsigned reason) = 0;
+  virtual QorReturnT setSortableAutocompleteResult(
+      unsigned index, unsigned count, unsigned actionId,
+      QorCliCompletionToken_1T token, char const* completion, char const* help,
+      QorCliSortOrderEnum_3T sortOrder, char const* sortKey) = 0;
+  virtual unsigned getSessionId() const = 0;
+  virtual unsigned long getTxHandle() const = 0;
+  virtual void setTxHandle(unsigned long handle) = 0;
+  virtual QorCliModeEnum_1T getMode() const = 0;
+  virtual void setMode(QorCliModeEnum_1T mode) = 0;
+  virtual char const* getLoginName() const = 0;
+  virtual char const* getCursor() const = 0;
+  virtual std::uint64_t getAuthHandle() const = 0;
+  // In seconds.
+  virtual unsigned getTimeout() const = 0;
+  virtual bool getExclusiveUse() const = 0;
+  virtual void setExclusiveUse(bool exclusive) = 0;
+  virtual QorCliLockEnum_1T getLock() const = 0;
+  virtual QorReturnT setLock(QorCliLockEnum_1T lock) = 0;
+  // A context of its own over the same record, with the same action id and no
+  // prompt waiting.
+  virtual Poco::SharedPtr<CliApiContext> clone() const = 0;
+  virtual void setLastStatus(QorReturnT status) = 0;
+  virtual QorReturnT getLastStatus() const = 0;
+
+  // Operations of later record versions. A context over a record that lacks one
+  // throws std::runtime_error.
+  virtual QorReturnT getSessionProperties(
+      unsigned actionId, std::vector<SessionProperty>& properties) const = 0;
+  virtual QorReturnT setSessionProperties(
+      unsigned actionId, std::vector<SessionProperty> const& properties) = 0;
+  virtual QorReturnT printHistory(unsigned actionId, long long entries) = 0;
+  virtual QorReturnT setPartialLineOutput(unsigned index, unsigned count,
+                                          unsigned actionId,
+                                          char const* text) = 0;
+  virtual QorReturnT setConditionalOutput(unsigned index, unsigned count,
+                                          unsigned actionId,
+                                          char const* text) = 0;
+  virtual QorReturnT setCompletion(unsigned actionId,
+                                   QorCliCompletionData_1T const& data) = 0;
+  virtual QorReturnT setCompletionAndPrompt(
+      unsigned actionId, QorCliCompletionData_1T const& data,
+      QorCliPasswordPromptData_1T const& prompt) = 0;
+
+ protected:
+  CliApiContext() = default;
+  CliApiContext(CliApiContext const&) = default;
+  CliApiContext& operator=(CliApiContext const&) = default;
+};
+
+}  // namespace QorCliUtilities
+
+#endif

@@ -1,0 +1,20 @@
+#ifndef QOR_CLI_LOWER_CASE_H
+#define QOR_CLI_LOWER_CASE_H
+
+#include <algorithm>
+#include <cctype>
+#include <string>
+
+namespace QorCliUtilities {
+
+// Returns `text` with each character converted by the standard tolower.
+inline std::string lowerCased(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
+    return static_cast<char>(std::tolower(c));
+  });
+  return text;
+}
+
+}  // namespace QorCliUtilities
+
+#endif

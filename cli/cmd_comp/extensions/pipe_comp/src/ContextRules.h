@@ -1,0 +1,42 @@
+#ifndef QOR_CLI_CONTEXT_RULES_H
+#define QOR_CLI_CONTEXT_RULES_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "FilterMap.h"
+
+namespace QorCliPipe {
+
+// Which lines of a text are kept, given which of them are wanted: the wanted
+// lines, lines of context around them, and separators between groups.
+//
+// Lines are pushed in order, each with its line feed; kept lines are appended
+// to the sink, one string each, and so is the separator "   --\n". The state
+// lives outside, so that a text may come in several pieces. When memory runs
+// out, std::bad_alloc is thrown; sink and state stay usable.
+class ContextRules {
+ public:
+  // `after` and `before` are the numbers of lines of context to keep behind and
+  // in front of a wanted line, from 0 (none) up. `state` and `sink` are not
+  // owned and must outlive the rules.
+  ContextRules(int after, int before, PipeCmd::FilterStruct& state,
+               std::vector<std::string>& sink);
+
+  void wanted(std::string_view line);
+  void unwanted(std::string_view line);
+
+ private:
+  void separate();
+  void keepForLater(std::string_view line);
+
+  int after_;
+  int before_;
+  PipeCmd::FilterStruct& state_;
+  std::vector<std::string>& sink_;
+};
+
+}  // namespace QorCliPipe
+
+#endif

@@ -1,0 +1,30 @@
+#ifndef QOR_CLI_FILTER_ARGUMENTS_H
+#define QOR_CLI_FILTER_ARGUMENTS_H
+
+#include <string>
+#include <vector>
+
+namespace QorCliPipe {
+
+// What the words of a filter command ask for.
+struct FilterArguments {
+  bool ignoreCase = false;
+  bool invert = false;
+  int after = 0;   // lines of trailing context, from 0 (none) to 2147483647
+  int before = 0;  // lines of leading context, likewise
+  bool patternGiven = false;
+  std::string pattern;  // without quotes; may be empty although it was given
+};
+
+// Whether `text` is a number: decimal digits only. An empty text is one.
+bool isDecimalNumber(std::string const& text);
+
+// Reads the words behind tokens[0] into `arguments`. Options may be written in
+// any letter case. Returns an empty string, or the text of the error (with a
+// line feed) when the words make no sense; `arguments` is then incomplete.
+std::string parseFilterArguments(std::vector<std::string> const& tokens,
+                                 FilterArguments& arguments);
+
+}  // namespace QorCliPipe
+
+#endif

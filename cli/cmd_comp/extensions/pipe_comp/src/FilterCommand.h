@@ -1,0 +1,42 @@
+#ifndef QOR_CLI_FILTER_COMMAND_H
+#define QOR_CLI_FILTER_COMMAND_H
+
+#include <string>
+#include <vector>
+
+#include "AbstractCommand.h"
+#include "QorSingleton.h"
+
+namespace QorCliPipe {
+
+// The pipe command "filter": keeps the lines of a text that match a regular
+// expression, with lines of context.
+//
+// Creating the command adds its path to PipeCmdTree. That happens once, so a
+// tree that is emptied afterwards stays empty.
+class FilterCommand : public Qor::Singleton<FilterCommand>,
+                      public QorCliUtilities::AbstractCommand {
+ public:
+  FilterCommand();
+
+  // Replaces the text in `output` by what is kept of it: one string for each
+  // kept line and for each separator between groups. Text behind the last line
+  // feed is not a line and is dropped. Whatever the context rules carry on to
+  // the next piece of the text stays in PipeCmd::FilterMap under the context's
+  // action id.
+  //
+  // Returns 0. On failure returns -1 and forgets the state of all actions:
+  // words that make no sense leave one error text in `output`, an expression
+  // that is malformed or gives up on a line leaves what was kept before it.
+  int execute(QorCliUtilities::CliApiContext& context,
+              std::vector<std::string> const& tokens,
+              QorCliUtilities::IOutput& output) override;
+
+  // Whether `text` is a number: decimal digits only. An empty text is one, and
+  // reads as 0.
+  static bool isNumber(std::string const& text);
+};
+
+}  // namespace QorCliPipe
+
+#endif

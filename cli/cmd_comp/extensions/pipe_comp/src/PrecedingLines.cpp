@@ -1,0 +1,33 @@
+#include "PrecedingLines.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace QorCliPipe {
+
+bool PrecedingLines::append(std::string_view line, std::size_t limit) {
+  if (lines_.size() < limit) {
+    straighten();
+    lines_.emplace_back(line);
+    return false;
+  }
+  lines_[oldest_].assign(line);
+  oldest_ = oldest_ + 1 == lines_.size() ? 0 : oldest_ + 1;
+  return true;
+}
+
+void PrecedingLines::moveTo(std::vector<std::string>& out) {
+  straighten();
+  out.insert(out.end(), std::make_move_iterator(lines_.begin()),
+             std::make_move_iterator(lines_.end()));
+  lines_.clear();
+}
+
+void PrecedingLines::straighten() {
+  std::rotate(lines_.begin(),
+              lines_.begin() + static_cast<std::ptrdiff_t>(oldest_),
+              lines_.end());
+  oldest_ = 0;
+}
+
+}  // namespace QorCliPipe

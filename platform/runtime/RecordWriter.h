@@ -1,0 +1,47 @@
+#ifndef QOR_RECORD_WRITER_H
+#define QOR_RECORD_WRITER_H
+
+#include <cstdarg>
+
+namespace Qor {
+
+// Where a record was written, and what kind it is.
+struct RecordOrigin {
+  char const* kind;  // "severity" or "level"
+  unsigned value;
+  char const* subsystem;
+  char const* file;
+  char const* function;
+  unsigned line;
+};
+
+// Writes log and trace records, one line each:
+//
+//   <severity|level> <value> <subsystem> <file>:<line> <function>: <text>
+//
+// to the file that the environment variable QOR_LOG_FILE names (appended), or
+// to standard error. The environment is read once, at construction. Each record
+// goes out with a single write(2), so records of several threads do not mix.
+class RecordWriter {
+ public:
+  RecordWriter();
+  ~RecordWriter();
+  RecordWriter(RecordWriter const&) = delete;
+  RecordWriter& operator=(RecordWriter const&) = delete;
+
+  // The level from QOR_LOG_LEVEL; 4 when that is missing or no number.
+  unsigned level() const { return level_; }
+
+  // Writes one record; `format` and `arguments` as for vprintf. A record that
+  // cannot be written is dropped.
+  void write(RecordOrigin const& origin, char const* format, va_list arguments)
+      __attribute__((format(printf, 3, 0)));
+
+ private:
+  unsigned level_;
+  int file_;  // owned unless it is standard error
+};
+
+}  // namespace Qor
+
+#endif
