@@ -58,7 +58,7 @@ static_assert(sizeof(bool) == 1);
                     (sizeof(void*) == 4 ? (ilp32) : (lp64)), \
                 "QorCliApiContext_5::" #member " is misplaced")
 
-QOR_CONTEXT_OFFSET(sessionId, 0, 0);
+static_assert(offsetof(QorCliApiContext_5, sessionId) == 0);
 QOR_CONTEXT_OFFSET(transactionHandle, 4, 8);
 QOR_CONTEXT_OFFSET(loginName, 8, 16);
 QOR_CONTEXT_OFFSET(mode, 12, 24);

@@ -115,7 +115,7 @@ Poco::SharedPtr<CliApiContext> CliApiContext5::clone() const {
   copy->setActionId(actionId_);
   // SharedPtr does not free its argument when it cannot allocate its counter.
   Poco::SharedPtr<CliApiContext> shared(copy.get());
-  copy.release();
+  static_cast<void>(copy.release());
   return shared;
 }
 

@@ -70,9 +70,10 @@ FilterCommand::FilterCommand() : AbstractCommand("Filter") {
   auto command = std::make_unique<AutoCompleteNode>(this);
   std::vector<AutoCompleteNode*> path{keyword.get(), options.get(),
                                       command.get()};
-  keyword.release();
-  options.release();
-  command.release();
+  // The tree owns the nodes from here on, whatever comes of the call.
+  static_cast<void>(keyword.release());
+  static_cast<void>(options.release());
+  static_cast<void>(command.release());
   PipeCmdTree::instance().addPathToTree(path);
   trace.exit();
 }

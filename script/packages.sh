@@ -1,0 +1,12 @@
+# The Debian packages that the scripts need. Read by the other scripts.
+
+# What compiles the project.
+build_packages=(g++ cmake ninja-build libpoco-dev libcli11-dev libedit-dev)
+
+# What its tests need beyond that.
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
+  binutils)
+
+# What the other checks need.
+check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
+  clang-tidy gcovr)
