@@ -1,7 +1,8 @@
 # The Debian packages that the scripts need. Read by the other scripts.
 
 # What compiles the project.
-build_packages=(g++ cmake ninja-build libpoco-dev libcli11-dev libedit-dev)
+build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libcli11-dev
+  libedit-dev)
 
 # What its tests need beyond that.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3

@@ -1,0 +1,215 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+
+#include "Plugin.h"
+#include "Portal.h"
+#include "Session.h"
+
+namespace qor_test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+// The log and the trace as they are written to a file. The facade reads its
+// settings once in a process, so each case runs in a process of its own.
+class Log : public testing::Test {
+ protected:
+  Log() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+  ~Log() override { unlink(path_.c_str()); }
+
+  // Runs `steps` with the log level `level` and returns what was logged.
+  std::string logOf(char const* level, std::function<void()> const& steps) {
+    unlink(path_.c_str());
+    EXPECT_EXIT(
+        {
+          setenv("QOR_LOG_LEVEL", level, 1);
+          setenv("QOR_LOG_FILE", path_.c_str(), 1);
+          steps();
+          std::exit(HasFailure() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+    std::ifstream file(path_);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+  }
+
+ private:
+  // A child that runs the test again must find the same name.
+  std::string path_ =
+      testing::TempDir() + "qor_log_test_" +
+      testing::UnitTest::GetInstance()->current_test_info()->name();
+};
+
+void refuseRegistration() {
+  Plugin plugin;
+  Portal portal;
+  portal.registerResult = 7;
+  EXPECT_EQ(7, plugin.init(&portal.accessor, nullptr));
+}
+
+// Initialises the plug-in, calls `step` with its interface, terminates it.
+void withComponent(
+    std::function<void(ComponentRecord const&, PipeCommandInterface const&)>
+        step) {
+  Plugin plugin;
+  Portal portal;
+  ASSERT_EQ(0, plugin.init(&portal.accessor, nullptr));
+  step(*portal.registered, *portal.registered->providedInterfaces[0]);
+  plugin.terminate();
+}
+
+TEST_F(Log, ARefusedRegistrationIsLoggedFromLevel4) {
+  EXPECT_THAT(
+      logOf("4", refuseRegistration),
+      AllOf(HasSubstr("severity 4 "),
+            HasSubstr(
+                " qorLCMinit: Could not register Pipe Command component.\n")));
+}
+
+TEST_F(Log, ARefusedRegistrationIsLoggedOnceAtLevel7) {
+  std::string const text = "Could not register Pipe Command component.";
+  std::string const log = logOf("7", refuseRegistration);
+  EXPECT_NE(std::string::npos, log.find(text));
+  EXPECT_EQ(log.find(text), log.rfind(text));
+}
+
+TEST_F(Log, ARefusedRegistrationIsTracedTooFromLevel8) {
+  std::string const log = logOf("8", refuseRegistration);
+  EXPECT_THAT(log, AllOf(HasSubstr("severity 4 "),
+                         HasSubstr("level 0 cli PipeLCM.cpp:")));
+  std::string const text =
+      " qorLCMinit: Could not register Pipe Command component.\n";
+  EXPECT_NE(log.find(text), log.rfind(text));
+}
+
+TEST_F(Log, ARefusedRegistrationIsNotLoggedBelowLevel4) {
+  EXPECT_THAT(logOf("3", refuseRegistration), IsEmpty());
+}
+
+TEST_F(Log, ARefusedRegistrationIsNotLoggedAtLevel0) {
+  EXPECT_THAT(logOf("0", refuseRegistration), IsEmpty());
+}
+
+TEST_F(Log, ASuccessfulInitIsTraced) {
+  EXPECT_THAT(
+      logOf("8", [] { withComponent([](auto const&, auto const&) {}); }),
+      AllOf(HasSubstr("level 0 cli PipeLCM.cpp:"),
+            HasSubstr(" qorLCMinit: Inside PipeLCM::QorReturnT qorLCMinit \n"),
+            HasSubstr(" qorLCMinit: Inside PipeLCM::QorReturnT register Pipe "
+                      "Command component success \n"),
+            Not(HasSubstr("severity"))));
+}
+
+TEST_F(Log, ASuccessfulRunWritesNothingAtLevel7) {
+  EXPECT_THAT(
+      logOf("7",
+            [] {
+              withComponent([](auto const& component, auto const& interface) {
+                Session session;
+                unsigned matches = 0;
+                component.start(0);
+                interface.useModule(&session.record, kExecute, 1, &matches,
+                                    "filter (", "a\n");
+                interface.useModule(&session.record, kComplete, 1, &matches,
+                                    "filter ", "");
+                interface.inputComplete(&session.record, 1);
+                component.stop(0);
+              });
+            }),
+      IsEmpty());
+}
+
+TEST_F(Log, StopTracesItsReason) {
+  EXPECT_THAT(logOf("8",
+                    [] {
+                      withComponent([](auto const& component, auto const&) {
+                        component.stop(5);
+                      });
+                    }),
+              HasSubstr(" stop:  >> Reason: 5\n"));
+}
+
+TEST_F(Log, OtherActionsTraceTheirCountAndDoNothing) {
+  EXPECT_THAT(
+      logOf("8",
+            [] {
+              withComponent([](auto const&, auto const& interface) {
+                Session session;
+                unsigned matches = 3;
+                interface.useModule(&session.record, 1, 1, &matches, "filter a",
+                                    "a\n");
+                matches = 4;
+                interface.useModule(&session.record, 5, 1, &matches, "filter a",
+                                    "a\n");
+              });
+            }),
+      AllOf(HasSubstr(" useModule: PipeCmdComp commandMatchCount = 3\n"),
+            HasSubstr(" useModule: PipeCmdComp commandMatchCount = 4\n"),
+            Not(HasSubstr("executeCommand")),
+            Not(HasSubstr("autoCompleteCommand")),
+            Not(HasSubstr("helpRequest"))));
+}
+
+TEST_F(Log, AnExecutionTracesTheCountBeforeAndAfter) {
+  EXPECT_THAT(
+      logOf("8",
+            [] {
+              withComponent([](auto const&, auto const& interface) {
+                Session session;
+                unsigned matches = 2;
+                interface.useModule(&session.record, kExecute, 9, &matches,
+                                    "filter a", "a\n");
+              });
+            }),
+      AllOf(HasSubstr(
+                "Before executeCommand commandMatchCount = 2, actionId = 9\n"),
+            HasSubstr(
+                "After executeCommand commandMatchCount = 3, actionId = 9\n"),
+            HasSubstr("PipeCmdComp commandMatchCount = 3\n"),
+            HasSubstr("We found exact match node 'filter'\n"),
+            HasSubstr("We are at last token.\n")));
+}
+
+TEST_F(Log, NullPointersAreLogged) {
+  std::string const log = logOf("4", [] {
+    withComponent([](auto const&, auto const& interface) {
+      Session session;
+      unsigned matches = 0;
+      interface.useModule(nullptr, kExecute, 1, &matches, "filter a", "a\n");
+      interface.useModule(&session.record, kExecute, 1, nullptr, "filter a",
+                          "a\n");
+      interface.inputComplete(nullptr, 1);
+    });
+  });
+  std::istringstream lines(log);
+  unsigned count = 0;
+  for (std::string line; std::getline(lines, line); ++count) {
+    EXPECT_THAT(line, HasSubstr("severity 4 cli PipeCmdComp.cpp:"));
+  }
+  EXPECT_EQ(3U, count);
+}
+
+TEST_F(Log, NullPointersAreNotLoggedBelowLevel4) {
+  EXPECT_THAT(logOf("3",
+                    [] {
+                      withComponent([](auto const&, auto const& interface) {
+                        interface.useModule(nullptr, kExecute, 1, nullptr, "",
+                                            "");
+                      });
+                    }),
+              IsEmpty());
+}
+
+}  // namespace
+}  // namespace qor_test

@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include "AbstractCommand.h"
+#include "Error.h"
+#include "PipeOutput1.h"
+#include "RecordingCommand.h"
+#include "RecordingContext.h"
+
+namespace QorCliUtilities {
+namespace {
+
+using Tokens = std::vector<std::string>;
+using QorUnit::RecordingCommand;
+using QorUnit::RecordingContext;
+
+struct Plain : AbstractCommand {
+  using AbstractCommand::AbstractCommand;
+  int execute(CliApiContext&, Tokens const&, IOutput&) override { return 0; }
+};
+
+TEST(AbstractCommand, KeepsACopyOfItsName) {
+  std::string name = "first";
+  Plain const command(name.c_str());
+  name = "other";
+  EXPECT_STREQ(command.name(), "first");
+}
+
+TEST(AbstractCommand, AuthorizesEverybody) {
+  RecordingContext session;
+  EXPECT_TRUE(Plain("p").isAuthorized(session.context));
+}
+
+TEST(AbstractCommand, SendsTheWaitingPromptAfterTheCommand) {
+  RecordingContext session;
+  QorCliPipe::PipeOutput1 output;
+  RecordingCommand command("c", 42);
+  command.prompt = "next>";
+  EXPECT_EQ(command.executeVerbose(session.context, {"a", "b"}, output), 42);
+  EXPECT_EQ(command.runs, (std::vector<Tokens>{{"a", "b"}}));
+  EXPECT_EQ(output.getOutput(), Tokens{"c ran"});
+  EXPECT_EQ(session.record.calls, Tokens{"setPrompt next>"});
+}
+
+TEST(AbstractCommand, ThrowsWhenThePromptCannotBeSet) {
+  for (QorReturnT status : {-1, 5}) {
+    RecordingContext session;
+    session.record.result = status;
+    QorCliPipe::PipeOutput1 output;
+    RecordingCommand command("c");
+    command.prompt = "next>";
+    try {
+      command.executeVerbose(session.context, {}, output);
+      FAIL();
+    } catch (Error const& error) {
+      EXPECT_STREQ(error.what(), "Unable to set prompt");
+      EXPECT_EQ(error.code(), 0);
+    }
+    EXPECT_EQ(command.runs.size(), 1U);
+  }
+}
+
+TEST(AbstractCommand, ThrowsWhenThereIsNoWayToSetAPrompt) {
+  RecordingContext session;
+  session.record.setPrompt = nullptr;
+  QorCliPipe::PipeOutput1 output;
+  RecordingCommand command("c");
+  EXPECT_THROW(command.executeVerbose(session.context, {}, output), Error);
+}
+
+}  // namespace
+}  // namespace QorCliUtilities
