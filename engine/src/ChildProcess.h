@@ -1,0 +1,41 @@
+#ifndef QOR_CLI_ENGINE_CHILD_PROCESS_H
+#define QOR_CLI_ENGINE_CHILD_PROCESS_H
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace QorCliEngine {
+
+// A program that the engine has started.
+//
+// Signals have their ordinary effect on it. Destroying the object before wait()
+// has returned ends the program: it is asked to with SIGTERM and, if it does
+// not obey in time, killed.
+class ChildProcess {
+ public:
+  // Starts `words[0]`, looked up in PATH, with the other words as arguments.
+  // Its standard input and output are `input` and `output`, which the caller
+  // keeps; standard error is the engine's. Throws SourceFailure when it cannot
+  // be started.
+  ChildProcess(std::vector<std::string> const& words, int input, int output);
+  ~ChildProcess();
+  ChildProcess(ChildProcess const&) = delete;
+  ChildProcess& operator=(ChildProcess const&) = delete;
+
+  // Waits until the program has ended. Returns an empty text when it ended with
+  // exit status 0, otherwise "exit status N" or "ended by signal N (name)".
+  // Throws Interrupted when the operator interrupts the wait and
+  // `interruptible` is set.
+  std::string wait(bool interruptible);
+
+ private:
+  bool endsInTime();
+
+  pid_t pid_ = 0;  // 0: ended and collected
+};
+
+}  // namespace QorCliEngine
+
+#endif

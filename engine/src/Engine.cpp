@@ -1,0 +1,99 @@
+#include "Engine.h"
+
+#include <unistd.h>
+
+#include <iostream>
+
+#include "EngineErrors.h"
+#include "PagedOutput.h"
+#include "Shell.h"
+#include "Terminal.h"
+
+namespace QorCliEngine {
+namespace {
+
+// Whether there is an operator who types command lines.
+bool isInteractive(Options const& options) {
+  return options.lines.empty() && ::isatty(STDIN_FILENO) != 0;
+}
+
+std::unique_ptr<OutputWriter> makeOutput(Options const& options) {
+  bool const paged = isInteractive(options) && !options.noPager &&
+                     ::isatty(STDOUT_FILENO) != 0;
+  if (paged) return std::make_unique<PagedOutput>();
+  return std::make_unique<OutputWriter>();
+}
+
+}  // namespace
+
+Engine::Engine(Options const& options)
+    : options_(options),
+      plugins_(options.plugins),
+      session_(options.mode, options.cursor, options.loginName),
+      output_(makeOutput(options)),
+      sourceCommands_(
+          session_,
+          [this] { return completer_.commandList(Terminal::size().columns); }),
+      completer_(session_, sourceCommands_),
+      runner_(session_, sourceCommands_, input_, *output_) {}
+
+int Engine::run() {
+  try {
+    return dispatch();
+  } catch (OutputClosed const&) {
+    return kExitSuccess;
+  }
+}
+
+int Engine::dispatch() {
+  if (options_.lineToComplete) {
+    return printCandidates(QOR_CLI_ACTION_COMPLETE, *options_.lineToComplete);
+  }
+  if (options_.lineToHelp) {
+    return printCandidates(QOR_CLI_ACTION_HELP, *options_.lineToHelp);
+  }
+  if (isInteractive(options_)) return runShell();
+  return options_.lines.empty() ? runScript() : runLines();
+}
+
+int Engine::runLines() {
+  int status = kExitSuccess;
+  for (std::string const& line : options_.lines) {
+    if (session_.isShutDown()) break;
+    if (!runner_.run(line)) status = kExitFailedCommand;
+  }
+  return status;
+}
+
+int Engine::runScript() {
+  int status = kExitSuccess;
+  std::string line;
+  try {
+    while (!session_.isShutDown() && input_.nextLine(line)) {
+      if (!runner_.run(line)) status = kExitFailedCommand;
+    }
+  } catch (SourceFailure const& failure) {
+    std::cerr << "qorcli: " << failure.what() << std::endl;
+    status = kExitFailedCommand;
+  }
+  return status;
+}
+
+int Engine::runShell() {
+  Shell shell(session_, completer_, runner_);
+  return shell.run() ? kExitSuccess : kExitFailedCommand;
+}
+
+int Engine::printCandidates(QorCliActionEnum_2T action,
+                            std::string const& line) {
+  try {
+    output_->buffer() += Candidates::rows(completer_.ask(action, line));
+    output_->finish();
+    return kExitSuccess;
+  } catch (CommandFailure const& failure) {
+    std::cerr << "qorcli: " << failure.what() << std::endl;
+    return kExitFailedCommand;
+  }
+}
+
+}  // namespace QorCliEngine

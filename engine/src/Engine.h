@@ -1,0 +1,48 @@
+#ifndef QOR_CLI_ENGINE_ENGINE_H
+#define QOR_CLI_ENGINE_ENGINE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "CommandRunner.h"
+#include "Completer.h"
+#include "Options.h"
+#include "OutputWriter.h"
+#include "Plugins.h"
+#include "Session.h"
+#include "SourceCommands.h"
+#include "StandardInput.h"
+
+namespace QorCliEngine {
+
+// The engine: its plug-ins, its session, and what it was asked to do with them.
+// One in a process, one thread.
+class Engine {
+ public:
+  // Loads the plug-ins. Throws PluginFailure. `options` is not owned.
+  explicit Engine(Options const& options);
+
+  // Does what the options ask for and returns the exit status.
+  int run();
+
+ private:
+  int dispatch();
+  int runLines();
+  int runScript();
+  int runShell();
+  int printCandidates(QorCliActionEnum_2T action, std::string const& line);
+
+  Options const& options_;
+  Plugins plugins_;
+  Session session_;
+  std::unique_ptr<OutputWriter> output_;
+  StandardInput input_;
+  SourceCommands sourceCommands_;
+  Completer completer_;
+  CommandRunner runner_;
+};
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,30 @@
+#include "FileSource.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "EngineErrors.h"
+
+namespace QorCliEngine {
+
+FileSource::FileSource(std::string path) : path_(std::move(path)) {}
+
+void FileSource::start() {
+  std::string const name = '"' + path_ + '"';
+  file_ = FileDescriptor(::open(path_.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file_) {
+    throw SourceFailure("cannot open " + name + ": " + std::strerror(errno));
+  }
+  reader_.emplace(file_.get(), name);
+}
+
+Source::State FileSource::read(LineChunker& chunker) {
+  return reader_->read(chunker);
+}
+
+void FileSource::wait() { reader_->wait(); }
+
+}  // namespace QorCliEngine

@@ -1,0 +1,53 @@
+#include "Interrupts.h"
+
+#include <csignal>
+#include <utility>
+
+namespace QorCliEngine {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+volatile std::sig_atomic_t ended = 0;
+volatile std::sig_atomic_t resized = 0;
+volatile std::sig_atomic_t continued = 0;
+
+extern "C" void noteSignal(int signal) {
+  switch (signal) {
+    case SIGINT:
+      interrupted = 1;
+      break;
+    case SIGWINCH:
+      resized = 1;
+      break;
+    case SIGCONT:
+      continued = 1;
+      break;
+    default:
+      ended = 1;
+  }
+}
+
+bool takeFlag(volatile std::sig_atomic_t& flag) {
+  bool const was = flag != 0;
+  flag = 0;
+  return was;
+}
+
+}  // namespace
+
+void Interrupts::install() {
+  struct sigaction action {};
+  action.sa_handler = noteSignal;
+  sigemptyset(&action.sa_mask);
+  for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGCONT}) {
+    sigaction(signal, &action, nullptr);
+  }
+}
+
+bool Interrupts::requested() { return interrupted != 0 || leaving(); }
+bool Interrupts::take() { return takeFlag(interrupted); }
+bool Interrupts::leaving() { return ended != 0; }
+bool Interrupts::takeResized() { return takeFlag(resized); }
+bool Interrupts::takeContinued() { return takeFlag(continued); }
+
+}  // namespace QorCliEngine

@@ -1,0 +1,31 @@
+#ifndef QOR_CLI_ENGINE_INTERRUPTS_H
+#define QOR_CLI_ENGINE_INTERRUPTS_H
+
+namespace QorCliEngine {
+
+// The signals that reach an interactive engine, turned into flags.
+//
+// Until install() is called, signals have their ordinary effect and no flag is
+// ever set. Afterwards they only interrupt waiting system calls. One thread.
+class Interrupts {
+ public:
+  // Catches SIGINT, SIGTERM, SIGHUP, SIGWINCH and SIGCONT.
+  static void install();
+
+  // Whether the running command is to end: SIGINT has come, or leaving() holds.
+  static bool requested();
+  // Forgets SIGINT; returns whether it had come.
+  static bool take();
+
+  // Whether the engine is to end: SIGTERM or SIGHUP has come. Never reset.
+  static bool leaving();
+
+  // Forgets SIGWINCH (the terminal has another size) or SIGCONT (the engine
+  // runs again after a stop); returns whether it had come.
+  static bool takeResized();
+  static bool takeContinued();
+};
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,64 @@
+#ifndef QOR_CLI_ENGINE_LINE_CHUNKER_H
+#define QOR_CLI_ENGINE_LINE_CHUNKER_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace QorCliEngine {
+
+// Cuts a stream of bytes into chunks of whole lines.
+//
+// A line that is longer than a chunk makes a longer chunk. A last line without
+// a line feed gets one. A NUL byte, which a text across the plug-ins' border
+// cannot carry, becomes a blank. One thread.
+class LineChunker {
+ public:
+  static constexpr std::size_t kChunkSize = 256 * 1024;  // bytes
+
+  // Lets `read(char* place, std::size_t size)` write up to `size` bytes, of
+  // which there is at least one, and takes as many as it says that it wrote.
+  // When it throws, nothing is added.
+  template <class Read>
+  void fill(Read const& read);
+
+  void append(std::string_view text);
+
+  // Whether a chunk has come together.
+  bool full() const { return buffer_.size() >= kChunkSize && lineEnd_ != 0; }
+
+  // The whole lines that have come in and have not been taken; may be empty.
+  // Valid until the next call that takes.
+  std::string const& takeLines();
+
+  // As takeLines, with what there is of a last line: to be called at the end.
+  std::string const& takeRest();
+
+ private:
+  std::size_t room() const;
+  void noteAdded(std::size_t from);
+
+  std::string buffer_;
+  std::string chunk_;
+  std::size_t lineEnd_ = 0;  // behind the last line feed in buffer_
+};
+
+template <class Read>
+void LineChunker::fill(Read const& read) {
+  std::size_t const before = buffer_.size();
+  std::size_t const size = room();
+  buffer_.resize(before + size);
+  std::size_t added = 0;
+  try {
+    added = read(&buffer_[before], size);
+  } catch (...) {
+    buffer_.resize(before);
+    throw;
+  }
+  buffer_.resize(before + added);
+  noteAdded(before);
+}
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,63 @@
+#include "Options.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+
+namespace QorCliEngine {
+namespace {
+
+std::string userName() {
+  char const* const name = std::getenv("USER");
+  return name == nullptr ? "" : name;
+}
+
+// Takes one argument each time the option is given; any text, also none.
+CLI::Option* addTexts(CLI::App& app, char const* names,
+                      std::vector<std::string>& texts, char const* help) {
+  return app.add_option(names, texts, help)->allow_extra_args(false);
+}
+
+void addOptions(CLI::App& app, Options& options) {
+  addTexts(app, "-c", options.lines, "Run a command line; repeatable")
+      ->type_name("LINE");
+  addTexts(app, "--plugin", options.plugins,
+           "Load a plug-in; repeatable. Default: the one beside the engine")
+      ->type_name("PATH");
+  app.add_option("--complete", options.lineToComplete,
+                 "Print what completes a line: kind, text, help, rank, key")
+      ->type_name("LINE");
+  app.add_option("--help-line", options.lineToHelp,
+                 "Print the help for a line, likewise")
+      ->type_name("LINE");
+  app.add_option("--mode", options.mode, "The session's mode, a number")
+      ->type_name("N");
+  app.add_option("--cursor", options.cursor,
+                 "Where in the model the session stands")
+      ->type_name("TEXT");
+  app.add_option("--login", options.loginName,
+                 "The session's login name. Default: $USER")
+      ->type_name("NAME");
+  app.add_flag("--no-pager", options.noPager,
+               "Never show long output with a pager");
+}
+
+}  // namespace
+
+std::optional<int> Options::parse(int argc, char const* const* argv) {
+  CLI::App app(
+      "A command line whose output can be piped through plug-in commands.\n"
+      "Without -c, command lines are typed, or come from standard input.",
+      "qorcli");
+  app.set_version_flag("--version", "qorcli " QOR_ENGINE_VERSION);
+  app.footer("Example: qorcli -c 'show file /etc/services | filter -i http'");
+  loginName = userName();
+  addOptions(app, *this);
+  try {
+    app.parse(argc, argv);
+  } catch (CLI::ParseError const& error) {
+    return app.exit(error) == 0 ? kExitSuccess : kExitUnusable;
+  }
+  return std::nullopt;
+}
+
+}  // namespace QorCliEngine

@@ -1,0 +1,95 @@
+#include "PipeStage.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "EngineErrors.h"
+#include "OutputContext.h"
+#include "QorReturn.h"
+
+namespace QorCliEngine {
+namespace {
+
+std::string describe(QorReturnT status) {
+  return "status " + std::to_string(status) + " (" +
+         Qor::QorReturn::strerror(status) + ')';
+}
+
+}  // namespace
+
+std::string stageName(std::size_t number, std::string const& text) {
+  return "stage " + std::to_string(number) + " (" + text + ')';
+}
+
+PipeStage::PipeStage(std::size_t number, std::string text, unsigned actionId,
+                     Session& session)
+    : number_(number),
+      text_(std::move(text)),
+      actionId_(actionId),
+      session_(session) {}
+
+void PipeStage::open(std::vector<PipeComponent> const& components,
+                     std::string& sink) {
+  std::size_t const mark = sink.size();
+  for (PipeComponent const& component : components) {
+    component_ = component;
+    unsigned matches = 0;
+    QorReturnT const status = execute("", matches, sink);
+    if (matches != 0 && status == 0) return;
+    if (matches != 0) fail("failed with " + describe(status), mark, sink);
+    sink.resize(mark);
+  }
+  component_.reset();
+  fail("unknown or incomplete command", mark, sink);
+}
+
+void PipeStage::process(std::string const& input, std::string& sink) {
+  std::size_t const mark = sink.size();
+  unsigned matches = 0;
+  QorReturnT const status = execute(input, matches, sink);
+  if (status != 0) fail("failed with " + describe(status), mark, sink);
+}
+
+void PipeStage::complete(std::string& sink) {
+  if (!component_) return;
+  PipeComponent const component = *component_;
+  component_.reset();
+  std::size_t const mark = sink.size();
+  QorReturnT const status = call(
+      [&](CallContext& context) {
+        return component.inputComplete(context, actionId_);
+      },
+      sink);
+  if (status != 0)
+    fail("failed at the end of its input with " + describe(status), mark, sink);
+}
+
+QorReturnT PipeStage::execute(std::string const& input, unsigned& matches,
+                              std::string& sink) {
+  PipeRequest const request{QOR_CLI_ACTION_EXECUTE, actionId_, text_, input};
+  return call(
+      [&](CallContext& context) {
+        return component_->use(context, request, matches);
+      },
+      sink);
+}
+
+template <class Call>
+QorReturnT PipeStage::call(Call const& call, std::string& sink) {
+  std::size_t const mark = sink.size();
+  try {
+    OutputContext context(session_, sink);
+    return call(context);
+  } catch (std::exception const& exception) {
+    fail(exception.what(), mark, sink);
+  }
+}
+
+void PipeStage::fail(std::string const& reason, std::size_t mark,
+                     std::string& sink) const {
+  std::string const lines = sink.substr(mark);
+  sink.resize(mark);
+  throw CommandFailure(stageName(number_, text_) + ": " + reason, lines);
+}
+
+}  // namespace QorCliEngine

@@ -1,0 +1,56 @@
+#ifndef QOR_CLI_ENGINE_PIPE_STAGE_H
+#define QOR_CLI_ENGINE_PIPE_STAGE_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "PipeComponent.h"
+#include "Session.h"
+
+namespace QorCliEngine {
+
+// Returns the name of a stage in messages. `number` counts from 1.
+std::string stageName(std::size_t number, std::string const& text);
+
+// One pipe command of a command line.
+//
+// It is opened, given the text in pieces, and completed. Every function appends
+// what the command prints to `sink` and throws CommandFailure, with the lines
+// that the failed call printed and without them in `sink`. One thread.
+class PipeStage {
+ public:
+  // `number`: the stage's place in the line, from 1. `actionId`: names the
+  // command to its component, used for no other. `session` is not owned.
+  PipeStage(std::size_t number, std::string text, unsigned actionId,
+            Session& session);
+
+  // Finds the component that knows the command: it runs the command over an
+  // empty text, so that wrong usage shows before there is any other.
+  void open(std::vector<PipeComponent> const& components, std::string& sink);
+
+  // `input`: whole lines.
+  void process(std::string const& input, std::string& sink);
+
+  // Tells the component that the input is complete, if it has been called at
+  // all and has not been told.
+  void complete(std::string& sink);
+
+ private:
+  QorReturnT execute(std::string const& input, unsigned& matches,
+                     std::string& sink);
+  template <class Call>
+  QorReturnT call(Call const& call, std::string& sink);
+  [[noreturn]] void fail(std::string const& reason, std::size_t mark,
+                         std::string& sink) const;
+
+  std::size_t number_;
+  std::string text_;
+  unsigned actionId_;
+  Session& session_;
+  std::optional<PipeComponent> component_;
+};
+
+}  // namespace QorCliEngine
+
+#endif

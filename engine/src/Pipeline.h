@@ -1,0 +1,51 @@
+#ifndef QOR_CLI_ENGINE_PIPELINE_H
+#define QOR_CLI_ENGINE_PIPELINE_H
+
+#include <string>
+#include <vector>
+
+#include "LineChunker.h"
+#include "OutputWriter.h"
+#include "PipeStage.h"
+#include "Source.h"
+
+namespace QorCliEngine {
+
+// A command line at work: a source's text runs through pipe commands to the
+// output, chunk by chunk, so that memory does not grow with the text.
+//
+// Every stage that was called is told that its input is complete: in order, at
+// the end of the text and also after a failure, when what it still prints is
+// dropped. One thread.
+class Pipeline {
+ public:
+  // `output` is not owned. `sourceName` stands for the source in messages.
+  Pipeline(std::string sourceName, std::vector<PipeStage> stages,
+           OutputWriter& output);
+
+  // Runs the line once. Throws CommandFailure, OutputClosed or Interrupted;
+  // what was printed before is then in the output's buffer.
+  void run(Source& source, std::vector<PipeComponent> const& components);
+
+ private:
+  void runStages(Source& source, std::vector<PipeComponent> const& components);
+  void open(std::vector<PipeComponent> const& components);
+  void pump(Source& source);
+  void push(std::string const& lines);
+  void flowFrom(std::size_t stage);
+  void complete();
+  void abandon() noexcept;
+  template <class Action>
+  auto ofSource(Action const& action) const;
+  std::string& sinkOf(std::size_t stage);
+
+  std::string sourceName_;
+  std::vector<PipeStage> stages_;
+  std::vector<std::string> between_;  // [i]: printed by stage i for stage i + 1
+  OutputWriter& output_;
+  LineChunker chunker_;
+};
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,51 @@
+#ifndef QOR_CLI_ENGINE_SOURCE_COMMANDS_H
+#define QOR_CLI_ENGINE_SOURCE_COMMANDS_H
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "AutoCompleteNode.h"
+#include "AutoCompleteTree.h"
+#include "Session.h"
+#include "Source.h"
+#include "SourceCommand.h"
+
+namespace QorCliEngine {
+
+// The engine's own commands, which print the text that a line works on:
+//
+//   show file PATH, run PROGRAM [ARG...], echo TEXT, help, quit
+//
+// They stand in a command tree, which completes and helps them. One thread.
+class SourceCommands {
+ public:
+  // `session` is not owned. `help` makes the text that the command help prints.
+  SourceCommands(Session& session, std::function<std::string()> help);
+
+  // Whether `word` is the first word of a command, or, with `begun`, the
+  // beginning of one: in any letter case. An empty word begins every command.
+  bool knows(std::string const& word, bool begun) const;
+
+  // Understands `text` as a command. Throws SourceFailure when it is none.
+  std::unique_ptr<Source> prepare(std::string const& text);
+
+  // Appends the candidates for completing or helping `text`. Throws
+  // SourceFailure when the text cannot be cut into words.
+  void offer(QorCliActionEnum_2T action, std::string const& text,
+             std::vector<QorCliUtilities::AutoCompleteResult>& candidates);
+
+ private:
+  void add(char const* name, std::vector<QorCliUtilities::AutoCompleteNode*>,
+           unsigned wordsBefore, SourceCommand::Maker maker);
+
+  Session& session_;
+  std::unique_ptr<Source> made_;  // by the command that is being prepared
+  std::vector<std::unique_ptr<SourceCommand>> commands_;
+  QorCliUtilities::AutoCompleteTree tree_;
+};
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,4 @@
+// A library that is no plug-in: it exports nothing.
+namespace {
+[[maybe_unused]] int const nothing = 0;
+}

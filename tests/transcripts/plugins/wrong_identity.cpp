@@ -1,0 +1,9 @@
+#include "SmallPlugin.h"
+
+SMALL_PLUGIN_EXPORT QorReturnT
+qorLCMinit(QorMgmtSpiInterfacePortalAccessor* accessor, char const*) {
+  SmallPlugin::component.identity.interfaceName = "SomethingElse";
+  return SmallPlugin::registerIt(accessor);
+}
+
+SMALL_PLUGIN_EXPORT void qorLCMterminate() {}
