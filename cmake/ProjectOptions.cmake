@@ -13,6 +13,18 @@ target_compile_options(
             # Traces name source files; they shall not name this machine's folders.
             -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
 
+# What makes a defect harder to exploit. Sanitizers bring checks of their own,
+# and fortified functions would hide from them.
+if(NOT QOR_SANITIZE)
+  target_compile_options(
+    qor_project_options
+    INTERFACE -fstack-protector-strong
+              $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
+              $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+endif()
+target_link_options(qor_project_options INTERFACE -Wl,-z,relro -Wl,-z,now
+                    -Wl,-z,noexecstack)
+
 if(QOR_SANITIZE)
   set(sanitize -fsanitize=${QOR_SANITIZE} -fno-sanitize-recover=all
                -fno-omit-frame-pointer)
@@ -23,6 +35,10 @@ endif()
 if(QOR_COVERAGE)
   add_compile_options(--coverage -fprofile-abs-path)
   add_link_options(--coverage)
+endif()
+
+if(QOR_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 if(QOR_ILP32)

@@ -50,13 +50,22 @@ bool isOtherWord(Candidate const& candidate) {
   return isPlaceholder(candidate) && !isReturn(candidate);
 }
 
+// A text that begins with a quote may stand for a word that does not.
+bool beginsWith(std::string const& text, std::string const& word) {
+  return AutoCompleteNode::match(text, word) ||
+         (text.front() == '"' && AutoCompleteNode::match(text.substr(1), word));
+}
+
+// Each of them once.
 std::vector<std::string> textsBeginningWith(
     std::string const& word, std::vector<Candidate> const& candidates) {
   std::vector<std::string> texts;
   for (Candidate const& candidate : candidates) {
-    if (isPlaceholder(candidate)) continue;
-    if (!AutoCompleteNode::match(candidate.completion, word)) continue;
-    texts.push_back(candidate.completion);
+    std::string const& text = candidate.completion;
+    bool const known =
+        std::find(texts.begin(), texts.end(), text) != texts.end();
+    if (known || isPlaceholder(candidate) || !beginsWith(text, word)) continue;
+    texts.push_back(text);
   }
   return texts;
 }

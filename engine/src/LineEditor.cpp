@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cwchar>
 #include <new>
 
@@ -122,6 +123,8 @@ void LineEditor::bindKeys() {
        "\\e[200~"},
       {"qor-interrupt", "Give the line up",
        &Keys::perform<&LineEditor::interrupt>, "^C"},
+      {"qor-suspend", "Stop the engine until it is continued",
+       &Keys::perform<&LineEditor::suspend>, "^Z"},
   };
   el_set(editor_, EL_EDITOR, "emacs");
   for (Binding const& binding : bindings) {
@@ -132,7 +135,7 @@ void LineEditor::bindKeys() {
   el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", nullptr);
   // While a line is edited, Ctrl-C is a key: as a signal it would throw away
   // what has been typed ahead, and could come between two system calls.
-  el_set(editor_, EL_SETTY, "-d", "intr=", nullptr);
+  el_set(editor_, EL_SETTY, "-d", "-isig", nullptr);
 }
 
 bool LineEditor::read(std::string& line) {
@@ -206,6 +209,16 @@ unsigned char LineEditor::interrupt() {
   el_cursor(editor_, static_cast<int>(characters(line)));
   el_deletestr(editor_, static_cast<int>(characters(line)));
   return redraw();
+}
+
+unsigned char LineEditor::suspend() {
+  goBelow();
+  std::fputs(kPasteModeOff, screen_);
+  std::fflush(screen_);
+  el_set(editor_, EL_PREP_TERM, 0);
+  // As the terminal would: with what was started together with the engine.
+  ::kill(0, SIGTSTP);
+  return CC_NORM;
 }
 
 // The library's own reading would neither notice a signal nor a stop.

@@ -39,6 +39,7 @@ class LineEditor {
   unsigned char help();
   unsigned char paste();
   unsigned char interrupt();
+  unsigned char suspend();
   int readKey(wchar_t& key);
   void finishWord(std::string const& word, std::string replacement);
   unsigned char showBelow(std::string const& list);

@@ -1,13 +1,36 @@
 #include "Tokenizer.h"
 
-#include <Poco/RegularExpression.h>
 #include <Poco/String.h>
 
 #include <cctype>
 #include <cstring>
+#include <string_view>
 
 #include "AutoCompleteTree.h"
 #include "OperationTrace.h"
+
+// The words of a line are those that three regular expressions find in it: one
+// for a word, one for quoted text, and one for the blanks around punctuation.
+// Matched by a backtracking engine, they take stack in proportion to a quoted
+// text and time in proportion to the square of a run of blanks, and the line
+// comes from the operator. So their one possible outcome is computed here
+// directly, with constant stack and in time proportional to the line:
+//
+// - Quoted text runs from a quote to the first quote behind it that has no
+//   backslash in front. When all have one, the body takes everything and then
+//   gives back as little as it can, so the text ends at the last quote of the
+//   line; when there is none at all, nothing is quoted.
+// - A word that begins with an ordinary character goes on to the next blank,
+// but
+//   takes a quoted part whole; here the closing quote may be missing, and then
+//   the part runs to the end of the line, whatever quotes stand in it. A quoted
+//   part must be followed by an ordinary character for the word to go on.
+// - A word that begins with a quote is the quoted text, or, when the quote is
+// the
+//   last one of the line, all the rest.
+// - A run of blanks goes away when it touches punctuation on either side. The
+//   four kinds of punctuation do not get in each other's way, for taking a run
+//   away changes no other run's neighbours.
 
 namespace QorCliUtilities {
 
@@ -26,69 +49,104 @@ std::string trimQuotes(std::string& s) {
 
 namespace {
 
-using Poco::RegularExpression;
-using Match = RegularExpression::Match;
+constexpr std::size_t kNone = std::string::npos;
 
-// Inside quoted text, a backslash and a quote are an escaped quote. The token
-// has three forms: ordinary characters with quoted parts that may be left open
-// at the end of the line, a quoted text, an open quote up to the end.
-RegularExpression const equalsRegex(R"(\s*=\s*)");
-RegularExpression const commaRegex(R"(\s*,\s*)");
-RegularExpression const openBracketRegex(R"(\s*\[\s*)");
-RegularExpression const closeBracketRegex(R"(\s*\]\s*)");
-RegularExpression const tokenRegex(statefreeRegex(
-    R"re(([^"\s]+("((\x5c")|[^"])*"?){0,1})+|"((\x5c")|[^"])*"|"((\x5c")|[^"])*)re"));
-RegularExpression const quotedStringRegex(
-    statefreeRegex(R"re("((\x5c")|[^"])*")re"));
-RegularExpression const whitespaceRegex(R"(\s+)");
+// A half-open range of indexes into a line.
+struct Span {
+  std::size_t begin;
+  std::size_t end;
+};
 
-bool found(RegularExpression const& expression, std::string const& text,
-           std::size_t from, Match& match) {
-  return expression.match(text, from, match, 0) >= 1;
+bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+bool isPunctuation(char c) {
+  return c == '=' || c == ',' || c == '[' || c == ']';
 }
 
-// Removes the white space around the punctuation of a part outside quotes.
-std::string squeezed(std::string text) {
-  int const all = RegularExpression::RE_GLOBAL;
-  equalsRegex.subst(text, 0, "=", all);
-  commaRegex.subst(text, 0, ",", all);
-  openBracketRegex.subst(text, 0, "[", all);
-  closeBracketRegex.subst(text, 0, "]", all);
-  return text;
+// The index of the first quote behind `open` that no backslash escapes, or
+// none.
+std::size_t closingQuote(std::string_view s, std::size_t open) {
+  std::size_t quote = s.find('"', open + 1);
+  while (quote != kNone && s[quote - 1] == '\\') quote = s.find('"', quote + 1);
+  return quote;
 }
 
-std::string squeezedPart(std::string const& part) {
-  QOR_CLI_TRACE("Non-quoted-string part of command: '%s' ", part.c_str());
-  std::string result = squeezed(part);
-  QOR_CLI_TRACE("Modified non-quoted-string '%s' ", result.c_str());
-  return result;
+// The quoted text that begins at the quote `open`; empty at the line's last
+// quote.
+Span quotedAt(std::string_view s, std::size_t open) {
+  std::size_t close = closingQuote(s, open);
+  if (close == kNone) close = s.rfind('"');
+  return {open, close == open ? open : close + 1};
 }
 
-std::string squeezedOutsideQuotes(std::string const& s) {
-  Match quoted;
-  if (!found(quotedStringRegex, s, 0, quoted)) return squeezed(s);
+// The first quoted text that begins in [from, to); empty, when there is none.
+Span firstQuoted(std::string_view s, std::size_t from, std::size_t to) {
+  std::size_t const open = s.substr(0, to).find('"', from);
+  return open == kNone ? Span{from, from} : quotedAt(s, open);
+}
+
+std::size_t endOfOrdinary(std::string_view s, std::size_t i) {
+  while (i < s.size() && s[i] != '"' && !isBlank(s[i])) ++i;
+  return i;
+}
+
+// The end of the word that begins at `i`, which is not a blank.
+std::size_t endOfWord(std::string_view s, std::size_t i) {
+  if (s[i] == '"') {
+    Span const quoted = quotedAt(s, i);
+    return quoted.begin == quoted.end ? s.size() : quoted.end;
+  }
+  while (i < s.size() && s[i] != '"' && !isBlank(s[i])) {
+    i = endOfOrdinary(s, i);
+    if (i == s.size() || s[i] != '"') break;
+    std::size_t const close = closingQuote(s, i);
+    i = close == kNone ? s.size() : close + 1;
+  }
+  return i;
+}
+
+// Appends `part` to `result` without the runs of blanks that touch punctuation.
+void appendSqueezed(std::string_view part, std::string& result) {
+  std::size_t i = 0;
+  while (i < part.size()) {
+    std::size_t const run = i;
+    while (i < part.size() && isBlank(part[i])) ++i;
+    bool const touches = (run > 0 && isPunctuation(part[run - 1])) ||
+                         (i < part.size() && isPunctuation(part[i]));
+    if (!touches) result.append(part.substr(run, i - run));
+    if (i < part.size()) result.push_back(part[i++]);
+  }
+}
+
+void appendSqueezedPart(std::string_view part, std::string& result) {
+  if (part.empty()) return;
+  QOR_CLI_TRACE("Non-quoted-string part of command: '%s' ",
+                std::string(part).c_str());
+  std::size_t const begin = result.size();
+  appendSqueezed(part, result);
+  QOR_CLI_TRACE("Modified non-quoted-string '%s' ", result.c_str() + begin);
+}
+
+std::string squeezedOutsideQuotes(std::string_view s) {
   std::string result;
+  result.reserve(s.size());
   std::size_t position = 0;
-  do {
-    std::string const text = s.substr(quoted.offset, quoted.length);
-    QOR_CLI_TRACE("Found quoted string '%s' ", text.c_str());
-    if (quoted.offset != position) {
-      result += squeezedPart(s.substr(position, quoted.offset - position));
-    }
-    result += text;
-    position = quoted.offset + quoted.length;
-  } while (position < s.size() &&
-           found(quotedStringRegex, s, position, quoted));
-  if (position < s.size()) result += squeezedPart(s.substr(position));
+  Span quoted = firstQuoted(s, 0, s.size());
+  if (quoted.begin == quoted.end) {
+    appendSqueezed(s, result);
+    return result;
+  }
+  while (quoted.begin != quoted.end) {
+    std::string_view const text =
+        s.substr(quoted.begin, quoted.end - quoted.begin);
+    QOR_CLI_TRACE("Found quoted string '%s' ", std::string(text).c_str());
+    appendSqueezedPart(s.substr(position, quoted.begin - position), result);
+    result.append(text);
+    position = quoted.end;
+    quoted = firstQuoted(s, position, s.size());
+  }
+  appendSqueezedPart(s.substr(position), result);
   return result;
-}
-
-// Whether the text between a token's end and the next token is one gap.
-bool gapIsWhitespace(std::string const& s, std::size_t offset,
-                     std::size_t nextToken) {
-  Match gap;
-  return found(whitespaceRegex, s, offset, gap) &&
-         gap.offset + gap.length == nextToken;
 }
 
 bool mayStandBeforeQuote(char c) {
@@ -106,27 +164,21 @@ bool AutoCompleteTree::tokenize(std::string const& line,
                                 std::vector<std::string>& tokens,
                                 IOutput&) const {
   OperationTrace const trace;
-  std::string s = line;
-  if (s.empty()) return trace.exitWith(true);
-  Poco::trimInPlace(s);
-  s = squeezedOutsideQuotes(s);
-  std::size_t offset = 0;
-  Match token;
-  while (found(tokenRegex, s, offset, token)) {
-    if (offset + 1 < s.size() && token.offset != offset &&
-        !gapIsWhitespace(s, offset, token.offset)) {
+  if (line.empty()) return trace.exitWith(true);
+  std::string const s = squeezedOutsideQuotes(Poco::trim(line));
+  std::size_t i = 0;
+  while (true) {
+    while (i < s.size() && isBlank(s[i])) ++i;
+    if (i == s.size()) return trace.exitWith(true);
+    std::size_t const end = endOfWord(s, i);
+    auto errorPosition = static_cast<unsigned>(i);
+    if (!validateToken(s, static_cast<unsigned>(i),
+                       static_cast<unsigned>(end - i), errorPosition)) {
       return trace.exitWith(false);
     }
-    unsigned errorPosition = static_cast<unsigned>(token.offset);
-    if (!validateToken(s, static_cast<unsigned>(token.offset),
-                       static_cast<unsigned>(token.length), errorPosition)) {
-      return trace.exitWith(false);
-    }
-    tokens.push_back(s.substr(token.offset, token.length));
-    offset = token.offset + token.length;
-    if (offset >= s.size()) break;
+    tokens.push_back(s.substr(i, end - i));
+    i = end;
   }
-  return trace.exitWith(true);
 }
 
 bool AutoCompleteTree::validateToken(std::string const& line,
@@ -135,21 +187,17 @@ bool AutoCompleteTree::validateToken(std::string const& line,
                                      unsigned& errorPosition) const {
   OperationTrace const trace;
   std::size_t const tokenEnd = std::size_t{offset} + length;
-  std::size_t position = offset;
-  Match quoted;
-  while (found(quotedStringRegex, line, position, quoted)) {
-    std::size_t const start = quoted.offset;
-    std::size_t const end = start + quoted.length;
-    if (end > tokenEnd) break;
-    position = end;
-    if (start != 0 && !mayStandBeforeQuote(line[start - 1])) {
-      errorPosition = static_cast<unsigned>(start - 1);
+  Span quoted = firstQuoted(line, offset, tokenEnd);
+  while (quoted.begin != quoted.end && quoted.end <= tokenEnd) {
+    if (quoted.begin != 0 && !mayStandBeforeQuote(line[quoted.begin - 1])) {
+      errorPosition = static_cast<unsigned>(quoted.begin - 1);
       return trace.exitWith(false);
     }
-    if (end < line.size() && !mayStandAfterQuote(line[end])) {
-      errorPosition = static_cast<unsigned>(end);
+    if (quoted.end < line.size() && !mayStandAfterQuote(line[quoted.end])) {
+      errorPosition = static_cast<unsigned>(quoted.end);
       return trace.exitWith(false);
     }
+    quoted = firstQuoted(line, quoted.end, tokenEnd);
   }
   return trace.exitWith(true);
 }

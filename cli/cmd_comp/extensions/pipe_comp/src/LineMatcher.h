@@ -3,29 +3,49 @@
 
 #include <Poco/RegularExpression.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "JitExpression.h"
 
 namespace QorCliPipe {
 
 // Decides whether a line matches a Perl-compatible regular expression.
 //
 // A line matches when the first match in it is not empty, so an expression that
-// only ever matches nothing matches no line. Used by one thread at a time.
+// only ever matches nothing matches no line. What Poco::RegularExpression
+// accepts, refuses and finds is the measure, but a pattern with more groups
+// than Poco can report is no error, and neither pattern nor line can make the
+// matcher
+//
+// - use more stack than the calling thread has left, or
+// - work on one line for more than a few seconds: it gives up then.
+//
+// Used by one thread at a time.
 class LineMatcher {
  public:
   // Compiles `pattern`. Throws Poco::RegularExpressionException when it is
-  // malformed.
+  // malformed, or nested more deeply than the stack can take.
   LineMatcher(std::string const& pattern, bool ignoreCase);
 
   // `line` comes without its line feed. Throws Poco::RegularExpressionException
-  // when the line takes the expression too far to decide.
+  // when the expression gives up on the line.
   bool matches(std::string_view line);
 
  private:
+  using Answer = JitExpression::Answer;
+
+  Answer matchStartByStart(std::string_view line);
+  bool matchWithPoco(std::string_view line);
+
+  std::string pattern_;
+  bool ignoreCase_;
   Poco::RegularExpression expression_;
-  std::string subject_;  // kept from line to line for their capacity
-  std::string matched_;
+  JitExpression jit_;
+  // The expression bound to the place where matching begins; made for the first
+  // line on which jit_ gives up.
+  std::optional<JitExpression> anchored_;
 };
 
 }  // namespace QorCliPipe
