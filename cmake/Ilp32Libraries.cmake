@@ -17,3 +17,5 @@ qor_ilp32_library(Poco::Foundation libPocoFoundation.so.*)
 set_target_properties(
   Poco::Foundation PROPERTIES INTERFACE_COMPILE_DEFINITIONS
                               "POCO_UNBUNDLED;POCO_OS_FAMILY_UNIX")
+
+qor_ilp32_library(PkgConfig::LIBEDIT libedit.so.2)

@@ -29,6 +29,10 @@ if(QOR_SANITIZE)
   set(sanitize -fsanitize=${QOR_SANITIZE} -fno-sanitize-recover=all
                -fno-omit-frame-pointer)
   add_compile_options(${sanitize})
+  # With sanitizers, gcc takes parts of its own standard library for unset.
+  target_compile_options(
+    qor_project_options
+    INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(${sanitize})
 endif()
 

@@ -11,3 +11,7 @@ test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
 # What the other checks need.
 check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
   clang-tidy gcovr)
+
+# What the 32-bit build needs beyond that: compilers, the libraries' run-time
+# packages, and GoogleTest's sources. Their architecture is added first.
+ilp32_packages=(g++-multilib libpocofoundation80:i386 libedit2:i386 googletest)

@@ -13,8 +13,8 @@ namespace QorCliEngine {
 namespace {
 
 constexpr int kDoNotWait = 0;  // milliseconds
-constexpr int kWaitForEver = -1;
 
+// Errors and interruptions count as readable: reading tells.
 bool readable(int descriptor, int timeout) {
   pollfd request{descriptor, POLLIN, 0};
   return ::poll(&request, 1, timeout) != 0;
@@ -49,6 +49,8 @@ Source::State DescriptorReader::read(char* place, std::size_t size,
   throw SourceFailure("cannot read " + name_ + ": " + std::strerror(errno));
 }
 
-void DescriptorReader::wait() const { readable(descriptor_, kWaitForEver); }
+bool DescriptorReader::wait(int milliseconds) const {
+  return readable(descriptor_, milliseconds);
+}
 
 }  // namespace QorCliEngine

@@ -25,6 +25,6 @@ Source::State FileSource::read(LineChunker& chunker) {
   return reader_->read(chunker);
 }
 
-void FileSource::wait() { reader_->wait(); }
+bool FileSource::wait(int milliseconds) { return reader_->wait(milliseconds); }
 
 }  // namespace QorCliEngine

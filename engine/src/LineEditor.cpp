@@ -202,9 +202,9 @@ unsigned char LineEditor::paste() {
 // The library goes on editing. If it were to return and begin again, what was
 // typed in between would be lost.
 unsigned char LineEditor::interrupt() {
-  std::fputs("^C", screen_);
-  goBelow();
   LineInfo const* const info = el_line(editor_);
+  if (info->cursor == info->lastchar) std::fputs("^C", screen_);
+  goBelow();
   std::string const line(info->buffer, info->lastchar);
   el_cursor(editor_, static_cast<int>(characters(line)));
   el_deletestr(editor_, static_cast<int>(characters(line)));

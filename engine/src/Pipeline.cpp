@@ -6,6 +6,13 @@
 #include "Interrupts.h"
 
 namespace QorCliEngine {
+namespace {
+
+// How long output is held back while there is nothing new to read: a program
+// that only takes a breath does not print bit by bit.
+constexpr int kPatience = 200;  // milliseconds
+
+}  // namespace
 
 template <class Action>
 auto Pipeline::ofSource(Action const& action) const {
@@ -57,8 +64,9 @@ void Pipeline::pump(Source& source) {
     state = ofSource([&] { return source.read(chunker_); });
     if (state == Source::State::kIdle) {
       push(chunker_.takeLines());
+      if (source.wait(kPatience)) continue;
       output_.flush();
-      source.wait();
+      source.wait(Source::kForEver);
     } else if (chunker_.full()) {
       push(chunker_.takeLines());
     }

@@ -31,7 +31,9 @@ Source::State ProcessSource::read(LineChunker& chunker) {
   return reader_->read(chunker);
 }
 
-void ProcessSource::wait() { reader_->wait(); }
+bool ProcessSource::wait(int milliseconds) {
+  return reader_->wait(milliseconds);
+}
 
 void ProcessSource::finish() {
   std::string const failure = process_->wait(true);

@@ -21,7 +21,7 @@ class ProcessSource : public Source {
 
   void start() override;
   State read(LineChunker& chunker) override;
-  void wait() override;
+  bool wait(int milliseconds) override;
   void finish() override;
 
  private:

@@ -8,14 +8,20 @@
 
 #include "History.h"
 #include "Interrupts.h"
+#include "Layout.h"
 #include "LineEditor.h"
+#include "Terminal.h"
 
 namespace QorCliEngine {
 namespace {
 
-constexpr char kBanner[] =
-    "Press ? at any time to see what can be typed, and Tab to complete it.\n"
-    "Try: show file /etc/services | filter -i http\n";
+std::string banner() {
+  return Layout::inTwoColumns(
+      {{"?", "Show what can be typed, at any time"},
+       {"Tab", "Complete the word that is being typed"},
+       {"Try", "show file /etc/services | filter -i http"}},
+      Terminal::size().columns);
+}
 
 // The line editor works in the locale's encoding; without any, in UTF-8.
 void chooseEncoding() {
@@ -36,7 +42,7 @@ bool Shell::run() {
   // Standard output may be a file; the line is edited on the terminal then,
   // too.
   std::FILE* const screen = ::isatty(STDOUT_FILENO) != 0 ? stdout : stderr;
-  std::fputs(kBanner, screen);
+  std::fputs(banner().c_str(), screen);
   History history;
   LineEditor editor(session_, completer_, history, screen);
   bool succeeded = true;

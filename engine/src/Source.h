@@ -18,6 +18,8 @@ class Source {
     kEnd,   // all has been read
   };
 
+  static constexpr int kForEver = -1;  // milliseconds to wait
+
   virtual ~Source() = default;
 
   virtual void start() {}
@@ -25,8 +27,9 @@ class Source {
   // Adds to `chunker` what there is, about a chunk at most. Does not wait.
   virtual State read(LineChunker& chunker) = 0;
 
-  // Waits until read() has something to say, or until a signal comes.
-  virtual void wait() {}
+  // Waits until read() has something to say, until a signal comes, or for as
+  // long as it is to. Returns false when the time is over.
+  virtual bool wait(int /*milliseconds*/) { return true; }
 
   // To be called after the end: throws when the text came to its end but the
   // command failed. May wait, and throws Interrupted when that is interrupted.

@@ -22,7 +22,9 @@ class StandardInput::Rest : public Source {
     return input_.reader_.read(chunker);
   }
 
-  void wait() override { input_.reader_.wait(); }
+  bool wait(int milliseconds) override {
+    return input_.reader_.wait(milliseconds);
+  }
 
  private:
   StandardInput& input_;
@@ -57,7 +59,7 @@ bool StandardInput::more() {
   Source::State state = Source::State::kIdle;
   while ((state = reader_.read(block.data(), block.size(), count)) ==
          Source::State::kIdle) {
-    reader_.wait();
+    reader_.wait(Source::kForEver);
   }
   buffer_.append(block, 0, count);
   return state != Source::State::kEnd;
