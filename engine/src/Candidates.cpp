@@ -173,6 +173,7 @@ std::string list(std::vector<Candidate> const& candidates, std::size_t width) {
 std::string helpList(std::vector<Candidate> const& candidates,
                      std::size_t width) {
   std::vector<Layout::Row> rowsToShow;
+  rowsToShow.reserve(candidates.size());
   for (Candidate const& candidate : candidates) {
     rowsToShow.push_back(asRow(candidate));
   }

@@ -61,6 +61,7 @@ std::string describe(int status) {
 ChildProcess::ChildProcess(std::vector<std::string> const& words, int input,
                            int output) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string const& word : words) {
     arguments.push_back(const_cast<char*>(word.c_str()));
   }
@@ -81,7 +82,7 @@ ChildProcess::~ChildProcess() {
   ::kill(pid_, SIGTERM);
   if (endsInTime()) return;
   ::kill(pid_, SIGKILL);
-  wait(false);
+  while (::waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) continue;
 }
 
 std::string ChildProcess::wait(bool interruptible) {

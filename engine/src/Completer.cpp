@@ -57,7 +57,7 @@ std::string Completer::commandList(std::size_t width) {
   return "Commands, which print something:\n" + listFor("") +
          "\nPipe commands, which work on what was printed:\n" + listFor("|") +
          "\nPut a | between them:\n"
-         "  show file /etc/services | filter -i http\n";
+         "  show file /etc/passwd | filter -i root\n";
 }
 
 // Whether `line` is in a stage that can only be one of the engine's commands.

@@ -128,6 +128,7 @@ std::size_t width(std::string const& text) {
 std::string inColumns(std::vector<std::string> const& texts,
                       std::size_t width) {
   std::vector<std::string> clean;
+  clean.reserve(texts.size());
   for (std::string const& text : texts) clean.push_back(withoutControls(text));
   std::size_t const cells = widest(clean) + kGap;
   std::size_t const columns =

@@ -109,26 +109,29 @@ LineEditor::~LineEditor() { el_end(editor_); }
 
 void LineEditor::bindKeys() {
   struct Binding {
-    char const* name;
-    char const* help;
-    unsigned char (*function)(EditLine*, int);
     char const* key;
+    char const* name;
+    // The library keeps these two, and copies and loses narrow ones.
+    wchar_t const* wideName;
+    wchar_t const* help;
+    unsigned char (*function)(EditLine*, int);
   };
-  Binding const bindings[] = {
-      {"qor-complete", "Complete the word",
-       &Keys::perform<&LineEditor::complete>, "^I"},
-      {"qor-help", "Show what may be typed", &Keys::perform<&LineEditor::help>,
-       "?"},
-      {"qor-paste", "Insert pasted text", &Keys::perform<&LineEditor::paste>,
-       "\\e[200~"},
-      {"qor-interrupt", "Give the line up",
-       &Keys::perform<&LineEditor::interrupt>, "^C"},
-      {"qor-suspend", "Stop the engine until it is continued",
-       &Keys::perform<&LineEditor::suspend>, "^Z"},
+  static Binding const bindings[] = {
+      {"^I", "qor-complete", L"qor-complete", L"Complete the word",
+       &Keys::perform<&LineEditor::complete>},
+      {"?", "qor-help", L"qor-help", L"Show what can be typed",
+       &Keys::perform<&LineEditor::help>},
+      {"\\e[200~", "qor-paste", L"qor-paste", L"Insert pasted text",
+       &Keys::perform<&LineEditor::paste>},
+      {"^C", "qor-interrupt", L"qor-interrupt", L"Give the line up",
+       &Keys::perform<&LineEditor::interrupt>},
+      {"^Z", "qor-suspend", L"qor-suspend", L"Stop until continued",
+       &Keys::perform<&LineEditor::suspend>},
   };
   el_set(editor_, EL_EDITOR, "emacs");
   for (Binding const& binding : bindings) {
-    el_set(editor_, EL_ADDFN, binding.name, binding.help, binding.function);
+    el_wset(editor_, EL_ADDFN, binding.wideName, binding.help,
+            binding.function);
     el_set(editor_, EL_BIND, binding.key, binding.name, nullptr);
   }
   el_set(editor_, EL_BIND, "^V", "ed-quoted-insert", nullptr);
@@ -139,6 +142,9 @@ void LineEditor::bindKeys() {
 }
 
 bool LineEditor::read(std::string& line) {
+  // Before the library would, which is after it shows the prompt: what comes
+  // in between would be taken for input of a program.
+  el_set(editor_, EL_PREP_TERM, 1);
   std::fputs(kPasteModeOn, screen_);
   int count = 0;
   char const* const text = el_gets(editor_, &count);
@@ -218,6 +224,8 @@ unsigned char LineEditor::suspend() {
   el_set(editor_, EL_PREP_TERM, 0);
   // As the terminal would: with what was started together with the engine.
   ::kill(0, SIGTSTP);
+  Interrupts::takeContinued();
+  resumeAfterStop();
   return CC_NORM;
 }
 

@@ -49,7 +49,7 @@ std::optional<int> Options::parse(int argc, char const* const* argv) {
       "Without -c, command lines are typed, or come from standard input.",
       "qorcli");
   app.set_version_flag("--version", "qorcli " QOR_ENGINE_VERSION);
-  app.footer("Example: qorcli -c 'show file /etc/services | filter -i http'");
+  app.footer("Example: qorcli -c 'show file /etc/passwd | filter -i root'");
   loginName = userName();
   addOptions(app, *this);
   try {

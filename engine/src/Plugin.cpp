@@ -96,19 +96,20 @@ void Plugin::initialise() {
 }
 
 void Plugin::start() {
-  Framework const& framework = Framework::instance();
   for (QorMgmtSpiComponent_1* component : components_) {
-    std::string const name = component->identity.componentName;
-    std::string const missing = framework.missingDependency(*component);
-    if (!missing.empty()) {
-      refuse("component \"" + name + "\" needs " + missing +
-             ", which nothing offers");
-    }
-    std::string const failure = failureOf(
-        "start", [&] { return component->start(QOR_STATE_CHANGE_NORMAL); });
-    if (!failure.empty()) refuse("component \"" + name + "\": " + failure);
+    std::string const failure = startOne(*component);
+    if (!failure.empty()) refuse(*component, failure);
     started_.push_back(component);
   }
+}
+
+// Returns what is wrong, or an empty text.
+std::string Plugin::startOne(QorMgmtSpiComponent_1 const& component) {
+  std::string const missing =
+      Framework::instance().missingDependency(component);
+  if (!missing.empty()) return "needs " + missing + ", which nothing offers";
+  return failureOf("start",
+                   [&] { return component.start(QOR_STATE_CHANGE_NORMAL); });
 }
 
 // Last started, first stopped.
@@ -135,8 +136,10 @@ void Plugin::forgetComponents() {
   components_.clear();
 }
 
-void Plugin::refuse(std::string const& reason) const {
-  throw PluginFailure("cannot use the plug-in \"" + path_ + "\": " + reason);
+void Plugin::refuse(QorMgmtSpiComponent_1 const& component,
+                    std::string const& failure) const {
+  throw PluginFailure("cannot use the plug-in \"" + path_ + "\": component \"" +
+                      component.identity.componentName + "\": " + failure);
 }
 
 void Plugin::report(std::string const& failure) const {

@@ -38,11 +38,13 @@ class Plugin {
   };
 
   void initialise();
+  static std::string startOne(QorMgmtSpiComponent_1 const& component);
   void stop() noexcept;
   void terminate() noexcept;
   void forgetComponents();
   void report(std::string const& failure) const;
-  [[noreturn]] void refuse(std::string const& reason) const;
+  [[noreturn]] void refuse(QorMgmtSpiComponent_1 const& component,
+                           std::string const& failure) const;
 
   std::string path_;
   Library library_;

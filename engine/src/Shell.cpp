@@ -19,7 +19,7 @@ std::string banner() {
   return Layout::inTwoColumns(
       {{"?", "Show what can be typed, at any time"},
        {"Tab", "Complete the word that is being typed"},
-       {"Try", "show file /etc/services | filter -i http"}},
+       {"Try", "show file /etc/passwd | filter -i root"}},
       Terminal::size().columns);
 }
 

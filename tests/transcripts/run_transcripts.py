@@ -8,9 +8,9 @@ shows; its sections begin with "--- " and their name.
              stdout, stderr, status.
 *.terminal   size (columns x rows), command (for the shell), environment
              (NAME=VALUE lines), then in turn keys (what is typed) and screen
-             (what must then be seen, with the number of bells since the keys
-             before and the cursor's row and column in its heading), and exit
-             (the status). A key that has no character of its own is written as
+             (what must then be seen, with the cursor's row and column, the number of
+             bells since the keys before, and whether the terminal hands on
+             lines or keys in its heading), and exit (the status). A key that has no character of its own is written as
              <Tab>; line ends between keys are not typed.
 
 In both, $PLUGINS stands for the folder of the plug-ins made for the tests and
@@ -38,7 +38,8 @@ import tempfile
 import termios
 import time
 
-from screen import Screen
+sys.dont_write_bytecode = True  # the source folder stays as it is
+from screen import Screen  # noqa: E402
 
 LIMIT = 12  # seconds, for what takes milliseconds on an idle machine
 SETTLED = 1.0  # seconds without output, when rewriting
@@ -258,7 +259,9 @@ class Terminal:
     def state(self):
         """The heading and the text of a screen section."""
         screen = self.screen
-        heading = f" cursor={screen.row + 1},{screen.column + 1} bells={screen.bells}"
+        by_line = termios.tcgetattr(self.slave)[3] & termios.ICANON
+        heading = (f" cursor={screen.row + 1},{screen.column + 1} bells={screen.bells}"
+                   f" input={'lines' if by_line else 'keys'}")
         return heading, screen.text()
 
     def read(self, seconds):

@@ -1,9 +1,27 @@
 #include "ContextRules.h"
 
+#include "LineBegin.h"
+
 namespace QorCliPipe {
 namespace {
 
 constexpr char kSeparator[] = "   --\n";
+
+// Takes the first line off `lines`, with its line feed.
+std::string_view takeLine(std::string_view& lines) {
+  std::string_view const line = lines.substr(0, lines.find('\n') + 1);
+  lines.remove_prefix(line.size());
+  return line;
+}
+
+// The last `count` lines of `lines`, or all when there are fewer.
+std::string_view lastLines(std::string_view lines, std::size_t count) {
+  std::size_t begin = lines.size();
+  while (begin != 0 && count-- != 0) {
+    begin = beginOfLine(lines, begin - 1);
+  }
+  return lines.substr(begin);
+}
 
 }  // namespace
 
@@ -11,7 +29,11 @@ ContextRules::ContextRules(int after, int before, PipeCmd::FilterStruct& state,
                            std::vector<std::string>& sink)
     : after_(after), before_(before), state_(state), sink_(sink) {}
 
-void ContextRules::wanted(std::string_view line) {
+void ContextRules::wanted(std::string_view lines) {
+  while (!lines.empty()) wantedLine(takeLine(lines));
+}
+
+void ContextRules::wantedLine(std::string_view line) {
   if (after_ != 0) {
     state_.trailingLinesLeft = after_;
     if (state_.separatorPending && before_ == 0) {
@@ -29,14 +51,17 @@ void ContextRules::wanted(std::string_view line) {
   sink_.emplace_back(line);
 }
 
+void ContextRules::unwanted(std::string_view lines) {
+  while (!lines.empty() && state_.runCounter != 0) {
+    unwantedLineInRun(takeLine(lines));
+  }
+  if (!lines.empty() && before_ != 0) keepForLater(lines);
+}
+
 // The line that ends a run is dropped, not kept as leading context: with both
 // kinds of context the run has ended one line earlier, with the last line of
 // trailing context.
-void ContextRules::unwanted(std::string_view line) {
-  if (state_.runCounter == 0) {
-    if (before_ != 0) keepForLater(line);
-    return;
-  }
+void ContextRules::unwantedLineInRun(std::string_view line) {
   if (state_.trailingLinesLeft == 0) {
     state_.separatorPending = true;
     state_.runCounter = 0;
@@ -47,9 +72,15 @@ void ContextRules::unwanted(std::string_view line) {
   if (state_.trailingLinesLeft == 0 && before_ != 0) state_.runCounter = 0;
 }
 
-void ContextRules::keepForLater(std::string_view line) {
-  state_.linesSkipped =
-      state_.precedingLines.append(line, static_cast<std::size_t>(before_));
+// Of many lines only the last ones can become context; the others are skipped.
+void ContextRules::keepForLater(std::string_view lines) {
+  auto const limit = static_cast<std::size_t>(before_);
+  std::string_view last = lastLines(lines, limit);
+  bool const skipped = last.size() != lines.size();
+  while (!last.empty()) {
+    state_.linesSkipped =
+        state_.precedingLines.append(takeLine(last), limit) || skipped;
+  }
 }
 
 void ContextRules::separate() { sink_.emplace_back(kSeparator); }

@@ -12,10 +12,12 @@ namespace QorCliPipe {
 // Which lines of a text are kept, given which of them are wanted: the wanted
 // lines, lines of context around them, and separators between groups.
 //
-// Lines are pushed in order, each with its line feed; kept lines are appended
-// to the sink, one string each, and so is the separator "   --\n". The state
-// lives outside, so that a text may come in several pieces. When memory runs
-// out, std::bad_alloc is thrown; sink and state stay usable.
+// Lines are pushed in order, one or several at a time, each with its line feed;
+// a push takes time proportional to its lines, and unwanted lines that are of
+// no use as context are not looked at one by one. Kept lines are appended to
+// the sink, one string each, and so is the separator "   --\n". The state lives
+// outside, so that a text may come in several pieces. When memory runs out,
+// std::bad_alloc is thrown; sink and state stay usable.
 class ContextRules {
  public:
   // `after` and `before` are the numbers of lines of context to keep behind and
@@ -24,12 +26,15 @@ class ContextRules {
   ContextRules(int after, int before, PipeCmd::FilterStruct& state,
                std::vector<std::string>& sink);
 
-  void wanted(std::string_view line);
-  void unwanted(std::string_view line);
+  // `lines`: whole lines, at least one.
+  void wanted(std::string_view lines);
+  void unwanted(std::string_view lines);
 
  private:
+  void wantedLine(std::string_view line);
+  void unwantedLineInRun(std::string_view line);
+  void keepForLater(std::string_view lines);
   void separate();
-  void keepForLater(std::string_view line);
 
   int after_;
   int before_;

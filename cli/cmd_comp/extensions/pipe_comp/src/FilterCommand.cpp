@@ -2,14 +2,11 @@
 
 #include <cstdio>
 #include <memory>
-#include <string_view>
 
 #include "ACFilterOptions.h"
 #include "ACPipeKeyword.h"
 #include "ContextRules.h"
-#include "FilterArguments.h"
 #include "FilterMap.h"
-#include "LineMatcher.h"
 #include "OperationTrace.h"
 #include "PipeCmdTree.h"
 
@@ -35,26 +32,6 @@ std::string errorLine(std::string const& text) {
   char buffer[kErrorBufferSize];
   std::snprintf(buffer, sizeof buffer, "ERROR: %s", text.c_str());
   return buffer;
-}
-
-// Filters the lines of `text` into `kept`. The expression is compiled and the
-// action's state looked up at the first line: without one, neither happens.
-void filterLines(std::string_view text, FilterArguments const& arguments,
-                 unsigned actionId, std::vector<std::string>& kept) {
-  std::size_t end = text.find('\n');
-  if (end == std::string_view::npos) return;
-  LineMatcher matcher(arguments.pattern, arguments.ignoreCase);
-  ContextRules rules(arguments.after, arguments.before,
-                     PipeCmd::FilterMap[actionId], kept);
-  for (; end != std::string_view::npos; end = text.find('\n')) {
-    std::string_view const line = text.substr(0, end + 1);
-    if (matcher.matches(text.substr(0, end)) != arguments.invert) {
-      rules.wanted(line);
-    } else {
-      rules.unwanted(line);
-    }
-    text.remove_prefix(end + 1);
-  }
 }
 
 }  // namespace
@@ -98,6 +75,23 @@ int FilterCommand::execute(QorCliUtilities::CliApiContext& context,
     return trace.exitWith(kFailure);
   }
   return trace.exitWith(0);
+}
+
+// The expression is compiled and the action's state looked up when there is a
+// line: without one, neither happens.
+void FilterCommand::filterLines(std::string_view text,
+                                FilterArguments const& arguments,
+                                unsigned actionId,
+                                std::vector<std::string>& kept) {
+  if (text.find('\n') == std::string_view::npos) return;
+  if (!lastFilter_ ||
+      !lastFilter_->isFor(arguments.pattern, arguments.ignoreCase)) {
+    lastFilter_ =
+        std::make_unique<LineFilter>(arguments.pattern, arguments.ignoreCase);
+  }
+  ContextRules rules(arguments.after, arguments.before,
+                     PipeCmd::FilterMap[actionId], kept);
+  lastFilter_->filter(text, arguments.invert, rules);
 }
 
 bool FilterCommand::isNumber(std::string const& text) {

@@ -1,10 +1,14 @@
 #ifndef QOR_CLI_FILTER_COMMAND_H
 #define QOR_CLI_FILTER_COMMAND_H
 
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "AbstractCommand.h"
+#include "FilterArguments.h"
+#include "LineFilter.h"
 #include "QorSingleton.h"
 
 namespace QorCliPipe {
@@ -35,6 +39,14 @@ class FilterCommand : public Qor::Singleton<FilterCommand>,
   // Whether `text` is a number: decimal digits only. An empty text is one, and
   // reads as 0.
   static bool isNumber(std::string const& text);
+
+ private:
+  void filterLines(std::string_view text, FilterArguments const& arguments,
+                   unsigned actionId, std::vector<std::string>& kept);
+
+  // The filter of the last call: the pieces of one text come with one pattern,
+  // which is compiled once. None, before the first line of all.
+  std::unique_ptr<LineFilter> lastFilter_;
 };
 
 }  // namespace QorCliPipe
