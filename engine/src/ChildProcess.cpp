@@ -87,7 +87,11 @@ ChildProcess::~ChildProcess() {
 
 std::string ChildProcess::wait(bool interruptible) {
   int status = 0;
-  while (::waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
+  while (::waitpid(pid_, &status, 0) < 0) {
+    if (errno != EINTR) {
+      pid_ = 0;
+      return std::string("unknown exit status: ") + std::strerror(errno);
+    }
     if (interruptible && Interrupts::requested()) throw Interrupted();
   }
   pid_ = 0;

@@ -25,7 +25,8 @@ class ChildProcess {
   ChildProcess& operator=(ChildProcess const&) = delete;
 
   // Waits until the program has ended. Returns an empty text when it ended with
-  // exit status 0, otherwise "exit status N" or "ended by signal N (name)".
+  // exit status 0, otherwise "exit status N", "ended by signal N (name)" or,
+  // when that cannot be found out, "unknown exit status: " and why.
   // Throws Interrupted when the operator interrupts the wait and
   // `interruptible` is set.
   std::string wait(bool interruptible);

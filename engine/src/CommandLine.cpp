@@ -7,24 +7,40 @@ namespace QorCliEngine {
 namespace CommandLine {
 namespace {
 
+// The index of the quote that closes the one at `open`; the end of the line, if
+// there is none. The command tree's tokenizer has the same rule: otherwise what
+// is one word to it could be cut in two here.
+std::size_t closingQuote(std::string const& line, std::size_t open) {
+  std::size_t quote = line.find('"', open + 1);
+  while (quote != std::string::npos && line[quote - 1] == '\\') {
+    quote = line.find('"', quote + 1);
+  }
+  if (quote != std::string::npos) return quote;
+  std::size_t const last = line.rfind('"');
+  return last == open ? line.size() : last;
+}
+
 // Follows a line character by character through quoted text.
 class QuoteTracker {
  public:
-  // Whether `c`, the line's next character, is an ordinary one outside quotes.
-  bool isOutside(char c) {
-    if (c == '"' && !escaped_) {
-      inside_ = !inside_;
-      return false;
-    }
-    escaped_ = inside_ && c == '\\' && !escaped_;
-    return !inside_;
+  // `line` is not owned.
+  explicit QuoteTracker(std::string const& line) : line_(line) {}
+
+  // Whether the character at `i` is an ordinary one outside quotes. To be asked
+  // for one character after the other.
+  bool isOutside(std::size_t i) {
+    if (i < end_) return false;
+    if (line_[i] != '"') return true;
+    end_ = closingQuote(line_, i) + 1;
+    return false;
   }
 
-  bool inside() const { return inside_; }
+  // Whether the line ends in quoted text that is not closed.
+  bool inside() const { return end_ > line_.size(); }
 
  private:
-  bool inside_ = false;
-  bool escaped_ = false;
+  std::string const& line_;
+  std::size_t end_ = 0;  // behind the last quoted text
 };
 
 bool isSpace(char c) {
@@ -35,12 +51,12 @@ bool isSpace(char c) {
 
 std::vector<std::string> stages(std::string const& line) {
   std::vector<std::string> result(1);
-  QuoteTracker quotes;
-  for (char c : line) {
-    if (quotes.isOutside(c) && c == '|') {
+  QuoteTracker quotes(line);
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (quotes.isOutside(i) && line[i] == '|') {
       result.emplace_back();
     } else {
-      result.back() += c;
+      result.back() += line[i];
     }
   }
   for (std::string& stage : result) Poco::trimInPlace(stage);
@@ -55,10 +71,10 @@ std::string firstWord(std::string const& stage) {
 
 TypedEnd typedEnd(std::string const& line) {
   TypedEnd end;
-  QuoteTracker quotes;
+  QuoteTracker quotes(line);
   bool stageBegun = false;
   for (std::size_t i = 0; i < line.size(); ++i) {
-    bool const outside = quotes.isOutside(line[i]);
+    bool const outside = quotes.isOutside(i);
     bool const separator = outside && line[i] == '|';
     bool const gap = outside && isSpace(line[i]);
     if (separator) ++end.stageNumber;

@@ -10,8 +10,10 @@ namespace QorCliEngine {
 // How a command line is taken apart.
 //
 // A line is stages separated by "|". Quoted text begins at a double quote and
-// ends at the next one that is not escaped by a backslash; in it neither "|"
-// nor white space separates anything. Quotes and backslashes stay in the text.
+// ends at the next one that has no backslash in front, whatever stands before
+// the backslash; when all have one, at the last of them; when there is none, at
+// the end of the line. In it neither "|" nor white space separates anything.
+// Quotes and backslashes stay in the text.
 namespace CommandLine {
 
 // The stages of `line`, without white space around them. A stage may be empty;

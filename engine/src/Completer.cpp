@@ -5,6 +5,7 @@
 #include "EngineErrors.h"
 #include "Framework.h"
 #include "PipeStage.h"
+#include "StatusText.h"
 
 namespace QorCliEngine {
 namespace {
@@ -79,8 +80,7 @@ void Completer::askComponents(QorCliActionEnum_2T action,
     PipeRequest const request{action, session_.nextActionId(), stage, ""};
     QorReturnT const status = component.use(context, request, matches);
     if (status != 0 && candidates.empty()) {
-      throw SourceFailure("a component failed with status " +
-                          std::to_string(status));
+      throw SourceFailure("a component failed with " + statusText(status));
     }
   }
 }

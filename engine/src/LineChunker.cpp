@@ -1,39 +1,57 @@
 #include "LineChunker.h"
 
-#include <algorithm>
+#include <cstring>
+#include <utility>
 
 namespace QorCliEngine {
+namespace {
+
+char* findNul(char* begin, char const* end) {
+  return static_cast<char*>(
+      std::memchr(begin, '\0', static_cast<std::size_t>(end - begin)));
+}
+
+}  // namespace
 
 void LineChunker::append(std::string_view text) {
-  std::size_t const before = buffer_.size();
-  buffer_ += text;
-  noteAdded(before);
+  makeRoom(text.size());
+  text.copy(&buffer_[size_], text.size());
+  noteAdded(text.size());
 }
 
-std::string const& LineChunker::takeLines() {
-  chunk_.swap(buffer_);
-  buffer_.assign(chunk_, lineEnd_, std::string::npos);
-  chunk_.resize(lineEnd_);
-  lineEnd_ = 0;
-  return chunk_;
+std::string_view LineChunker::takeLines() {
+  if (lineEnd_ == 0) return "";
+  std::swap(buffer_, chunk_);
+  std::string_view const lines(chunk_.data(), std::exchange(lineEnd_, 0));
+  std::string_view const rest(lines.data() + lines.size(),
+                              std::exchange(size_, 0) - lines.size());
+  append(rest);
+  chunk_[lines.size()] = '\0';
+  return lines;
 }
 
-std::string const& LineChunker::takeRest() {
-  if (buffer_.size() > lineEnd_) append("\n");
+std::string_view LineChunker::takeRest() {
+  if (size_ > lineEnd_) append("\n");
   return takeLines();
 }
 
 std::size_t LineChunker::room() const {
-  return buffer_.size() < kChunkSize ? kChunkSize - buffer_.size() : kChunkSize;
+  return size_ < kChunkSize ? kChunkSize - size_ : kChunkSize;
+}
+
+void LineChunker::makeRoom(std::size_t size) {
+  std::size_t const needed = size_ + size + 1;
+  if (buffer_.size() < needed) buffer_.resize(needed);
 }
 
 // Looks at what was added only: a long line comes in many pieces.
-void LineChunker::noteAdded(std::size_t from) {
-  auto const added = buffer_.begin() + static_cast<std::ptrdiff_t>(from);
-  std::replace(added, buffer_.end(), '\0', ' ');
-  std::size_t const lineFeed =
-      std::string_view(buffer_).substr(from).rfind('\n');
-  if (lineFeed != std::string_view::npos) lineEnd_ = from + lineFeed + 1;
+void LineChunker::noteAdded(std::size_t size) {
+  char* const begin = &buffer_[size_];
+  char* const end = begin + size;
+  for (char* nul = begin; (nul = findNul(nul, end)) != nullptr;) *nul = ' ';
+  std::size_t const lineFeed = std::string_view(begin, size).rfind('\n');
+  if (lineFeed != std::string_view::npos) lineEnd_ = size_ + lineFeed + 1;
+  size_ += size;
 }
 
 }  // namespace QorCliEngine

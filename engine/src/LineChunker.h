@@ -2,8 +2,8 @@
 #define QOR_CLI_ENGINE_LINE_CHUNKER_H
 
 #include <cstddef>
-#include <string>
 #include <string_view>
+#include <vector>
 
 namespace QorCliEngine {
 
@@ -28,35 +28,30 @@ class LineChunker {
   bool full() const { return buffer_.size() >= kChunkSize && lineEnd_ != 0; }
 
   // The whole lines that have come in and have not been taken; may be empty.
-  // Valid until the next call that takes.
-  std::string const& takeLines();
+  // There is a NUL byte behind them. Valid until the next call that takes.
+  std::string_view takeLines();
 
   // As takeLines, with what there is of a last line: to be called at the end.
-  std::string const& takeRest();
+  std::string_view takeRest();
 
  private:
   std::size_t room() const;
-  void noteAdded(std::size_t from);
+  void makeRoom(std::size_t size);
+  void noteAdded(std::size_t size);
 
-  std::string buffer_;
-  std::string chunk_;
+  // Of a buffer's bytes only the first are in use. It is never made smaller, so
+  // that what is read is not cleared in memory beforehand.
+  std::vector<char> buffer_;
+  std::vector<char> chunk_;  // what was taken last
+  std::size_t size_ = 0;     // in use, of buffer_
   std::size_t lineEnd_ = 0;  // behind the last line feed in buffer_
 };
 
 template <class Read>
 void LineChunker::fill(Read const& read) {
-  std::size_t const before = buffer_.size();
   std::size_t const size = room();
-  buffer_.resize(before + size);
-  std::size_t added = 0;
-  try {
-    added = read(&buffer_[before], size);
-  } catch (...) {
-    buffer_.resize(before);
-    throw;
-  }
-  buffer_.resize(before + added);
-  noteAdded(before);
+  makeRoom(size);
+  noteAdded(read(&buffer_[size_], size));
 }
 
 }  // namespace QorCliEngine

@@ -29,10 +29,11 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--help-line", options.lineToHelp,
                  "Print the help for a line, likewise")
       ->type_name("LINE");
-  app.add_option("--mode", options.mode, "The session's mode, a number")
+  app.add_option("--mode", options.mode,
+                 "The session's mode, a number. Default: 0")
       ->type_name("N");
   app.add_option("--cursor", options.cursor,
-                 "Where in the model the session stands")
+                 "Where in the model the session stands. Default: empty")
       ->type_name("TEXT");
   app.add_option("--login", options.loginName,
                  "The session's login name. Default: $USER")

@@ -7,9 +7,9 @@ namespace QorCliEngine {
 QorReturnT PipeComponent::use(CallContext& context, PipeRequest const& request,
                               unsigned& matches) const {
   return guarded(context, [&] {
-    return functions_->useModule(
-        context.record(), request.action, request.actionId, &matches,
-        request.commandLine.c_str(), request.input.c_str());
+    return functions_->useModule(context.record(), request.action,
+                                 request.actionId, &matches,
+                                 request.commandLine.c_str(), request.input);
   });
 }
 

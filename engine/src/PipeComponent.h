@@ -14,7 +14,7 @@ struct PipeRequest {
   QorCliActionEnum_2T action;
   unsigned actionId;
   std::string const& commandLine;
-  std::string const& input;  // whole lines
+  char const* input;  // whole lines
 };
 
 // A loaded component that has pipe commands, as the engine calls it.

@@ -5,17 +5,9 @@
 
 #include "EngineErrors.h"
 #include "OutputContext.h"
-#include "QorReturn.h"
+#include "StatusText.h"
 
 namespace QorCliEngine {
-namespace {
-
-std::string describe(QorReturnT status) {
-  return "status " + std::to_string(status) + " (" +
-         Qor::QorReturn::strerror(status) + ')';
-}
-
-}  // namespace
 
 std::string stageName(std::size_t number, std::string const& text) {
   return "stage " + std::to_string(number) + " (" + text + ')';
@@ -36,18 +28,18 @@ void PipeStage::open(std::vector<PipeComponent> const& components,
     unsigned matches = 0;
     QorReturnT const status = execute("", matches, sink);
     if (matches != 0 && status == 0) return;
-    if (matches != 0) fail("failed with " + describe(status), mark, sink);
+    if (matches != 0) fail("failed with " + statusText(status), mark, sink);
     sink.resize(mark);
   }
   component_.reset();
   fail("unknown or incomplete command", mark, sink);
 }
 
-void PipeStage::process(std::string const& input, std::string& sink) {
+void PipeStage::process(char const* input, std::string& sink) {
   std::size_t const mark = sink.size();
   unsigned matches = 0;
   QorReturnT const status = execute(input, matches, sink);
-  if (status != 0) fail("failed with " + describe(status), mark, sink);
+  if (status != 0) fail("failed with " + statusText(status), mark, sink);
 }
 
 void PipeStage::complete(std::string& sink) {
@@ -60,11 +52,13 @@ void PipeStage::complete(std::string& sink) {
         return component.inputComplete(context, actionId_);
       },
       sink);
-  if (status != 0)
-    fail("failed at the end of its input with " + describe(status), mark, sink);
+  if (status != 0) {
+    fail("failed at the end of its input with " + statusText(status), mark,
+         sink);
+  }
 }
 
-QorReturnT PipeStage::execute(std::string const& input, unsigned& matches,
+QorReturnT PipeStage::execute(char const* input, unsigned& matches,
                               std::string& sink) {
   PipeRequest const request{QOR_CLI_ACTION_EXECUTE, actionId_, text_, input};
   return call(

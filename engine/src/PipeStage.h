@@ -30,15 +30,14 @@ class PipeStage {
   void open(std::vector<PipeComponent> const& components, std::string& sink);
 
   // `input`: whole lines.
-  void process(std::string const& input, std::string& sink);
+  void process(char const* input, std::string& sink);
 
   // Tells the component that the input is complete, if it has been called at
   // all and has not been told.
   void complete(std::string& sink);
 
  private:
-  QorReturnT execute(std::string const& input, unsigned& matches,
-                     std::string& sink);
+  QorReturnT execute(char const* input, unsigned& matches, std::string& sink);
   template <class Call>
   QorReturnT call(Call const& call, std::string& sink);
   [[noreturn]] void fail(std::string const& reason, std::size_t mark,

@@ -74,12 +74,13 @@ void Pipeline::pump(Source& source) {
   push(chunker_.takeRest());
 }
 
-void Pipeline::push(std::string const& lines) {
+// `lines` has a NUL byte behind it.
+void Pipeline::push(std::string_view lines) {
   if (lines.empty()) return;
   if (stages_.empty()) {
     output_.buffer() += lines;
   } else {
-    stages_.front().process(lines, sinkOf(0));
+    stages_.front().process(lines.data(), sinkOf(0));
     flowFrom(1);
   }
   output_.writeIfFull();
@@ -90,7 +91,7 @@ void Pipeline::flowFrom(std::size_t stage) {
   for (; stage < stages_.size(); ++stage) {
     std::string& input = between_[stage - 1];
     if (input.empty()) continue;
-    stages_[stage].process(input, sinkOf(stage));
+    stages_[stage].process(input.c_str(), sinkOf(stage));
     input.clear();
   }
 }

@@ -2,6 +2,7 @@
 #define QOR_CLI_ENGINE_PIPELINE_H
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "LineChunker.h"
@@ -31,7 +32,7 @@ class Pipeline {
   void runStages(Source& source, std::vector<PipeComponent> const& components);
   void open(std::vector<PipeComponent> const& components);
   void pump(Source& source);
-  void push(std::string const& lines);
+  void push(std::string_view lines);
   void flowFrom(std::size_t stage);
   void complete();
   void abandon() noexcept;

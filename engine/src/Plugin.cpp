@@ -7,7 +7,7 @@
 
 #include "EngineErrors.h"
 #include "Framework.h"
-#include "QorReturn.h"
+#include "StatusText.h"
 
 namespace QorCliEngine {
 namespace {
@@ -27,8 +27,7 @@ std::string failureOf(char const* function,
   try {
     QorReturnT const status = call();
     if (status == 0) return "";
-    return name + " failed with status " + std::to_string(status) + " (" +
-           Qor::QorReturn::strerror(status) + ')';
+    return name + " failed with " + statusText(status);
   } catch (std::exception const& exception) {
     return "an exception came out of " + name + ": " + exception.what();
   } catch (...) {

@@ -16,7 +16,9 @@ struct QorCliApiPipeCommandComponent_1 {
   // Performs `action` (QorCliActionEnum_2T) for the pipe command line
   // `commandLine`. `input` is text that the preceding command printed: whole
   // lines, each with its line feed. Long input comes in several calls with one
-  // `actionId`. Output and candidates are answered through `context`.
+  // `actionId`. It may be empty: an engine may open a command with such a call,
+  // to learn from `*commandMatchCount` whether the component knows it. Output
+  // and candidates are answered through `context`.
   // `*commandMatchCount` is raised by one for each command that was run; the
   // engine sets it to 0 beforehand. Texts are only read during the call.
   // Returns 0, or the failure of the command.

@@ -21,7 +21,8 @@ enum QorCliActionEnum_2T : std::uint32_t {
 
 // The CLI mode a session is in, and in which a command is valid.
 enum QorCliModeEnum_1T : std::uint32_t {
-  QOR_CLI_MODE_EXEC = 1,     // the mode a session starts in
+  // In the other modes completion of an empty first word leaves keywords out.
+  QOR_CLI_MODE_EXEC = 1,
   QOR_CLI_MODE_ANY = 65535,  // in a command's set of modes: valid in every mode
 };
 

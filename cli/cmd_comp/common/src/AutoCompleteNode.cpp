@@ -131,7 +131,7 @@ std::string AutoCompleteNode::extractToken(
     std::vector<std::string> const& tokens, unsigned& position) {
   OperationTrace const trace;
   std::string token;
-  if (position != tokens.size()) token = tokens.at(position);
+  if (position < tokens.size()) token = tokens[position];
   ++position;
   return trace.exitWith(std::move(token));
 }

@@ -127,8 +127,8 @@ class AutoCompleteNode {
   // letters. An empty `typed` is a prefix of everything.
   static bool match(std::string candidate, std::string typed);
 
-  // Returns the token at `position`, or an empty string when `position` is the
-  // number of tokens. Always moves `position` on by one.
+  // Returns the token at `position`, or an empty string when there is none.
+  // Always moves `position` on by one. Never fails.
   static std::string extractToken(std::vector<std::string> const& tokens,
                                   unsigned& position);
 

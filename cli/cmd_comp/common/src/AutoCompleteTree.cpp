@@ -42,8 +42,8 @@ AutoCompleteTree::~AutoCompleteTree() { deleteTree(); }
 
 unsigned AutoCompleteTree::addPathToTree(
     std::vector<AutoCompleteNode*> const& path) {
-  OperationTrace const trace;
   PathOwner owner(path, 0);
+  OperationTrace const trace;
   if (root_ == nullptr) {
     root_ = new AutoCompleteNode(nullptr);
     owner.handOver();
@@ -67,11 +67,11 @@ unsigned AutoCompleteTree::addPathToTree(
 unsigned AutoCompleteTree::addSubPathToTree(
     std::vector<AutoCompleteNode*> const& path, unsigned index,
     AutoCompleteNode* parent) {
+  PathOwner owner(path, index);
   OperationTrace const trace;
   if (index >= path.size()) {
     throw Error("Can't add path to the tree, index out of bound.", 0);
   }
-  PathOwner owner(path, index);
   for (std::size_t i = index; i < path.size(); ++i) {
     parent->addChild(path[i]);
     owner.linked();

@@ -1,5 +1,6 @@
 #include "CliErrors.h"
 
+#include <locale>
 #include <sstream>
 
 namespace {
@@ -7,6 +8,7 @@ namespace {
 template <class... Pieces>
 std::string joined(Pieces const&... pieces) {
   std::ostringstream text;
+  text.imbue(std::locale::classic());  // counts without grouping
   (text << ... << pieces);
   return text.str();
 }

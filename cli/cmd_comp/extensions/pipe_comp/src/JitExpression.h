@@ -39,8 +39,8 @@ class JitExpression {
   Answer match(std::string_view line, std::size_t start,
                std::uint32_t stepLimit) const;
 
-  // The number of capturing groups; 0 when the pattern could not be compiled.
-  int groups() const;
+  // The number of capturing groups of a pattern; 0 when it cannot be compiled.
+  static int groups(std::string const& pattern);
 
  private:
   struct Code;

@@ -82,8 +82,14 @@ JitExpression::Answer JitExpression::match(std::string_view line,
   return offsets[0] == offsets[1] ? Answer::kEmptyMatch : Answer::kMatch;
 }
 
-int JitExpression::groups() const {
-  return code_->pattern ? code_->info(PCRE_INFO_CAPTURECOUNT) : 0;
+int JitExpression::groups(std::string const& pattern) {
+  char const* error = nullptr;
+  int value = 0;
+  std::unique_ptr<pcre, FreePattern> const compiled(
+      pcre_compile(pattern.c_str(), 0, &error, &value, nullptr));
+  if (!compiled) return 0;
+  pcre_fullinfo(compiled.get(), nullptr, PCRE_INFO_CAPTURECOUNT, &value);
+  return value;
 }
 
 }  // namespace QorCliPipe

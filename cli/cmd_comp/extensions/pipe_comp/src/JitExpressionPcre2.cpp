@@ -91,9 +91,16 @@ JitExpression::Answer JitExpression::match(std::string_view line,
   return offsets[0] == end ? Answer::kEmptyMatch : Answer::kMatch;
 }
 
-int JitExpression::groups() const {
-  return code_->pattern ? static_cast<int>(code_->info(PCRE2_INFO_CAPTURECOUNT))
-                        : 0;
+int JitExpression::groups(std::string const& pattern) {
+  int error = 0;
+  PCRE2_SIZE offset = 0;
+  Owned<pcre2_code> const compiled(
+      pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.c_str()),
+                    pattern.size(), 0, &error, &offset, nullptr));
+  if (!compiled) return 0;
+  std::uint32_t groups = 0;
+  pcre2_pattern_info(compiled.get(), PCRE2_INFO_CAPTURECOUNT, &groups);
+  return static_cast<int>(groups);
 }
 
 }  // namespace QorCliPipe

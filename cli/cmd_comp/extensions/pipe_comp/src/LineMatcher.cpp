@@ -6,6 +6,7 @@
 #include <ctime>
 
 #include "PatternNesting.h"
+#include "PatternTraits.h"
 #include "StackLeft.h"
 
 // A line is decided by the first of three ways that does not give up:
@@ -13,23 +14,38 @@
 // 1. Machine code over the whole line. The library limits the steps from one
 //    beginning of a match only, so the limit is set such that all the
 //    beginnings of the line together stay within kLineSteps. This decides all
-//    lines but the pathological.
-// 2. Machine code from one beginning after the other, each with the library's
-//    usual limit, until kLineTime of processor time is used up. This decides
-//    long lines with a long match.
-// 3. Poco, which matches on the caller's stack, with limits that fit what is
+//    but the pathological.
+// 2. Machine code from one beginning after the other, each with more steps,
+// until
+//    kLineTime of processor time is used up. This decides long lines, on which
+//    the first way is not tried.
+// 3. Poco, which matches on the caller's stack, under limits that fit what is
 // left
 //    of it and keep all beginnings within kLineSteps.
+//
+// A step is a place to which the library may come back. Repeated characters and
+// parts that are never come back to run through the line without a step; where
+// a pattern has any, a step is taken to cost as much as the whole line, and
+// long lines are left to the second way alone, whose clock sees all work.
 
 namespace QorCliPipe {
 namespace {
 
 using Poco::RegularExpression;
 
-// Steps of backtracking that may be spent on one line, and on one beginning in
-// it: the latter is the library's own limit, which Poco leaves in force.
-constexpr std::uint32_t kLineSteps = 50'000'000;
-constexpr std::uint32_t kStepsFromOneStart = 10'000'000;
+// Steps that may be spent on one line, and on one beginning in it: where steps
+// cost as much as the line, so many bytes looked at instead.
+constexpr std::size_t kLineSteps = 50'000'000;
+constexpr std::size_t kStepsFromOneStart = 10'000'000;
+constexpr std::size_t kBytesFromOneStart = 1'000'000'000;
+
+// Poco counts the repetitions of characters as steps, too: it looks at less of
+// the line within a step, by this factor.
+constexpr std::size_t kPocoAdvantage = 64;
+
+// Longer lines are long: work that grows with the square of shorter ones is
+// done within a second.
+constexpr std::size_t kLongLine = 32 * 1024;  // bytes
 
 // Processor time that may be spent on one line, beginning by beginning; how
 // many beginnings are tried between two looks at the clock.
@@ -52,6 +68,8 @@ int pocoOptions(bool ignoreCase) {
   return ignoreCase ? RegularExpression::RE_CASELESS : 0;
 }
 
+// Returns `pattern`. To be called wherever it is compiled: the stack may be
+// another one each time.
 std::string const& checkedNesting(std::string const& pattern) {
   std::size_t const left = stackLeft();
   if (left < kCompileStack ||
@@ -67,10 +85,11 @@ std::size_t affordableRecursion() {
   return left < kMatchStack ? 0 : (left - kMatchStack) / kMatchStackPerLevel;
 }
 
-std::uint32_t stepsFromEachStart(std::string_view line) {
-  auto const starts = static_cast<std::uint32_t>(
-      std::min<std::size_t>(line.size() + 1, kLineSteps));
-  return std::min(kLineSteps / starts, kStepsFromOneStart);
+// A power of two, so that lines of similar length have the same.
+std::uint32_t roundedSteps(std::size_t steps) {
+  std::uint32_t result = 1;
+  while (result <= std::min(steps, kStepsFromOneStart) / 2) result *= 2;
+  return result;
 }
 
 double processorSeconds() {
@@ -80,39 +99,46 @@ double processorSeconds() {
          1e-9 * static_cast<double>(now.tv_nsec);
 }
 
-// Whether "\G(?:pattern)" means the pattern, bound to the beginning of the
-// match: not when the pattern must stand first, or refers to that beginning or
-// to itself.
-bool canBeAnchored(std::string const& pattern) {
-  for (char const* obstacle :
-       {"(*", "\\G", "(?R", "(?0", "(?+0", "(?-0", "\\g"}) {
-    if (pattern.find(obstacle) != std::string::npos) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 LineMatcher::LineMatcher(std::string const& pattern, bool ignoreCase)
     : pattern_(checkedNesting(pattern)),
       ignoreCase_(ignoreCase),
-      expression_(pattern, pocoOptions(ignoreCase), true),
-      jit_(pattern, ignoreCase) {}
+      longSteps_(stepsMayBeLong(pattern)),
+      oneBeginning_(hasOneBeginning(pattern)),
+      expression_(pattern, pocoOptions(ignoreCase), true) {
+  if (machineCodeAgrees(pattern)) jit_.emplace(pattern, ignoreCase);
+}
 
 bool LineMatcher::matches(std::string_view line) {
-  Answer answer = jit_.match(line, 0, stepsFromEachStart(line));
+  bool const isLong = line.size() > kLongLine;
+  Answer answer = isLong ? Answer::kUndecided : matchAtOnce(line);
   if (answer == Answer::kUndecided) answer = matchStartByStart(line);
-  if (answer == Answer::kUndecided) return matchWithPoco(line);
-  return answer == Answer::kMatch;
+  if (answer != Answer::kUndecided) return answer == Answer::kMatch;
+  if (isLong && longSteps_) {
+    throw Poco::RegularExpressionException("line too long for the pattern");
+  }
+  return matchWithPoco(line);
+}
+
+LineMatcher::Answer LineMatcher::matchAtOnce(std::string_view line) const {
+  if (!jit_) return Answer::kUndecided;
+  return jit_->match(line, 0, stepsFromEachStart(line, line.size()));
 }
 
 LineMatcher::Answer LineMatcher::matchStartByStart(std::string_view line) {
-  if (!jit_.isUsable() || !canBeAnchored(pattern_)) return Answer::kUndecided;
-  if (!anchored_) anchored_.emplace("\\G(?:" + pattern_ + ")", ignoreCase_);
+  if (!jit_ || !jit_->isUsable() || !canBeAnchored(pattern_)) {
+    return Answer::kUndecided;
+  }
+  if (!anchored_) {
+    anchored_.emplace("\\G(?:" + checkedNesting(pattern_) + ")", ignoreCase_);
+  }
+  std::uint32_t const steps = roundedSteps(
+      longSteps_ ? kBytesFromOneStart / (line.size() + 1) : kStepsFromOneStart);
   double const end = processorSeconds() + kLineTime;
   for (std::size_t start = 0; start <= line.size(); ++start) {
-    Answer const answer = anchored_->match(line, start, kStepsFromOneStart);
-    if (answer != Answer::kNoMatch) return answer;
+    Answer const answer = anchored_->match(line, start, steps);
+    if (answer != Answer::kNoMatch || oneBeginning_) return answer;
     if (start % kStartsPerLook == 0 && processorSeconds() > end) {
       return Answer::kUndecided;
     }
@@ -126,14 +152,28 @@ LineMatcher::Answer LineMatcher::matchStartByStart(std::string_view line) {
 bool LineMatcher::matchWithPoco(std::string_view line) {
   std::string const limits =
       "(*LIMIT_RECURSION=" + std::to_string(affordableRecursion()) +
-      ")(*LIMIT_MATCH=" + std::to_string(stepsFromEachStart(line)) + ")";
-  int const groupOptions =
-      jit_.groups() > kPocoGroups ? RegularExpression::RE_NO_AUTO_CAPTURE : 0;
-  RegularExpression const limited(
-      limits + pattern_, pocoOptions(ignoreCase_) | groupOptions, true);
+      ")(*LIMIT_MATCH=" +
+      std::to_string(stepsFromEachStart(line, line.size() / kPocoAdvantage)) +
+      ")";
+  if (!limited_ || limits != limits_) {
+    bool const tooMany = JitExpression::groups(pattern_) > kPocoGroups;
+    limits_ = limits;
+    limited_.emplace(limits + checkedNesting(pattern_),
+                     pocoOptions(ignoreCase_) |
+                         (tooMany ? RegularExpression::RE_NO_AUTO_CAPTURE : 0),
+                     true);
+  }
   std::string matched;
-  limited.extract(std::string(line), matched, 0);
+  limited_->extract(std::string(line), matched, 0);
   return !matched.empty();
+}
+
+// How many steps from each beginning keep all of them within the line's, when a
+// step costs at most `stepCost`.
+std::uint32_t LineMatcher::stepsFromEachStart(std::string_view line,
+                                              std::size_t stepCost) const {
+  std::size_t const cost = longSteps_ ? std::max<std::size_t>(stepCost, 1) : 1;
+  return roundedSteps(kLineSteps / (line.size() + 1) / cost);
 }
 
 }  // namespace QorCliPipe

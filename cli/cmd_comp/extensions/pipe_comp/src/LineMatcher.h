@@ -3,6 +3,8 @@
 
 #include <Poco/RegularExpression.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,16 +38,25 @@ class LineMatcher {
  private:
   using Answer = JitExpression::Answer;
 
+  Answer matchAtOnce(std::string_view line) const;
   Answer matchStartByStart(std::string_view line);
   bool matchWithPoco(std::string_view line);
+  std::uint32_t stepsFromEachStart(std::string_view line,
+                                   std::size_t stepCost) const;
 
   std::string pattern_;
   bool ignoreCase_;
+  bool longSteps_;
+  bool oneBeginning_;
   Poco::RegularExpression expression_;
-  JitExpression jit_;
-  // The expression bound to the place where matching begins; made for the first
-  // line on which jit_ gives up.
+  // In machine code: the expression, unless Poco finds something else; the same
+  // bound to the place where matching begins, made for the first line that
+  // needs it.
+  std::optional<JitExpression> jit_;
   std::optional<JitExpression> anchored_;
+  // For Poco, under the limits of the last line that came to it.
+  std::optional<Poco::RegularExpression> limited_;
+  std::string limits_;
 };
 
 }  // namespace QorCliPipe

@@ -23,8 +23,6 @@ class PrecedingLines {
   // Appends all lines to `out`, oldest first, and forgets them.
   void moveTo(std::vector<std::string>& out);
 
-  std::size_t size() const { return lines_.size(); }
-
  private:
   void straighten();
 

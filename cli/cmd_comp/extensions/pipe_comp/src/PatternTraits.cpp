@@ -1,0 +1,80 @@
+#include "PatternTraits.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace QorCliPipe {
+namespace {
+
+using Marks = std::initializer_list<std::string_view>;
+
+bool hasAny(std::string_view pattern, Marks marks) {
+  return std::any_of(marks.begin(), marks.end(), [&](std::string_view mark) {
+    return pattern.find(mark) != std::string_view::npos;
+  });
+}
+
+// Whether the pattern matches a group of its own, or all of itself, again.
+bool refersToGroups(std::string_view pattern) {
+  return hasAny(pattern,
+                {"(?R", "(?&", "(?P>", "\\g", "(?0", "(?1", "(?2", "(?3", "(?4",
+                 "(?5", "(?6", "(?7", "(?8", "(?9", "(?+", "(?-"});
+}
+
+// Whether a group that begins with `mark` may match more than a few characters:
+// it holds a repetition, or groups that may.
+bool hasLongGroup(std::string_view pattern, std::string_view mark) {
+  std::size_t begin = pattern.find(mark);
+  while (begin != std::string_view::npos) {
+    begin += mark.size();
+    std::size_t const end = pattern.find_first_of(")(*+{\\", begin);
+    if (end == std::string_view::npos || pattern[end] != ')') return true;
+    begin = pattern.find(mark, end);
+  }
+  return false;
+}
+
+// Whether `pattern` ends with a group or a reference to one, by its number.
+bool endsGroup(std::string_view pattern) {
+  if (pattern.back() == ')') return true;
+  bool const digit = pattern.back() >= '1' && pattern.back() <= '9';
+  return digit && pattern.size() > 1 && pattern[pattern.size() - 2] == '\\';
+}
+
+// Whether a character, or a class of them, may be repeated without end. What
+// follows a group repeats that, and such repetitions are steps.
+bool repeatsCharacters(std::string_view pattern) {
+  for (std::size_t i = 1; i < pattern.size(); ++i) {
+    bool const repetition = pattern[i] == '*' || pattern[i] == '+';
+    if (repetition && !endsGroup(pattern.substr(0, i))) return true;
+  }
+  return hasAny(pattern, {",}"});
+}
+
+}  // namespace
+
+bool machineCodeAgrees(std::string_view pattern) {
+  return !hasAny(pattern, {"(*", ")?+", ")*+", ")++", "}+", "\\k", "(?P="}) &&
+         !hasLongGroup(pattern, "(?=") && !hasLongGroup(pattern, "(?>") &&
+         !refersToGroups(pattern);
+}
+
+bool stepsMayBeLong(std::string_view pattern) {
+  return repeatsCharacters(pattern) || refersToGroups(pattern) ||
+         hasAny(pattern, {"(?(", "?+", "*+", "++", "}+", "(*"}) ||
+         hasLongGroup(pattern, "(?>") || hasLongGroup(pattern, "(?=") ||
+         hasLongGroup(pattern, "(?!") || hasLongGroup(pattern, "(?<=") ||
+         hasLongGroup(pattern, "(?<!");
+}
+
+bool canBeAnchored(std::string_view pattern) {
+  return !hasAny(pattern, {"(*", "\\G", "(?R", "(?0", "(?+0", "(?-0", "\\g"});
+}
+
+bool hasOneBeginning(std::string_view pattern) {
+  if (hasAny(pattern, {"|", "(*"})) return false;
+  return pattern.substr(0, 1) == "^" ||
+         (pattern.substr(0, 2) == ".*" && pattern.substr(0, 3) != ".*+");
+}
+
+}  // namespace QorCliPipe

@@ -1,0 +1,333 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <string>
+
+#include "FailingAllocator.h"
+#include "Plugin.h"
+#include "SmallStack.h"
+
+namespace qor_test {
+namespace {
+
+constexpr std::size_t kThreadStack = std::size_t{1} << 20;  // bytes
+constexpr int kSoManyFail = 100000;  // allocations of a call, at the very most
+
+// What the plug-in answers to the framework made here. Answering allocates
+// nothing, so that all allocations that fail are those of the plug-in.
+std::string transcript;
+
+void note(char const* text) {
+  ASSERT_LT(transcript.size() + std::char_traits<char>::length(text) + 1,
+            transcript.capacity());
+  transcript += text;
+  transcript += '|';
+}
+
+ComponentRecord* registered = nullptr;
+
+extern "C" {
+
+std::int32_t noteOutput(ContextRecord*, unsigned, unsigned, unsigned,
+                        char const* text) {
+  note(text);
+  return 0;
+}
+
+std::int32_t noteCandidate(ContextRecord*, unsigned, unsigned, unsigned,
+                           unsigned, char const* completion, char const* help,
+                           unsigned, char const* sortKey) {
+  note(completion);
+  note(help);
+  note(sortKey);
+  return 0;
+}
+
+std::int32_t acceptPrompt(ContextRecord*, char const*) { return 0; }
+
+std::int32_t registerComponent(ComponentRecord* component) {
+  registered = component;
+  return 0;
+}
+
+std::int32_t unregisterComponent(ComponentRecord*) { return 0; }
+
+PortalRecord* getPortal(char const*) {
+  static PortalRecord portal{nullptr,
+                             nullptr,
+                             nullptr,
+                             nullptr,
+                             nullptr,
+                             registerComponent,
+                             unregisterComponent};
+  return &portal;
+}
+
+}  // extern "C"
+
+// What came of a call.
+struct Outcome {
+  bool reached;  // the allocation that was to fail
+  bool thrown;   // std::bad_alloc
+  std::int32_t status;
+};
+
+Outcome callFailingAt(int number, std::function<std::int32_t()> const& call) {
+  Outcome outcome{false, false, 0};
+  transcript.clear();
+  failAllocation(number);
+  try {
+    outcome.status = call();
+  } catch (std::bad_alloc const&) {
+    outcome.thrown = true;
+  }
+  outcome.reached = stopFailing();
+  return outcome;
+}
+
+constexpr char kBeginning[] =
+    "a first line of some length\na second line of some length\n";
+constexpr char kRest[] =
+    "a third line of some length\n"
+    "a line that matches, M: abab\n"
+    "one line of trailing context\n"
+    "a line that is left out of it\n";
+constexpr char kFilter[] = "filter -b 2 -a 1 \"M: (a|b)*\"";
+constexpr char kFilterInUtf8[] = "filter -b 2 -a 1 \"(*UTF8)M: (a|b)*\"";
+constexpr char kKept[] =
+    "a second line of some length\n|a third line of some length\n|"
+    "a line that matches, M: abab\n|one line of trailing context\n|";
+
+class AllocationFailure : public testing::Test {
+ protected:
+  AllocationFailure() {
+    transcript.reserve(std::size_t{1} << 16);
+    record_.setPrompt = acceptPrompt;
+    record_.setOutput = noteOutput;
+    record_.setSortableAutocompleteResult = noteCandidate;
+  }
+
+  std::int32_t init(Plugin const& plugin) {
+    return plugin.init(&accessor_, nullptr);
+  }
+
+  std::int32_t use(unsigned action, char const* line, char const* input) {
+    unsigned matches = 0;
+    return commands().useModule(&record_, action, 1, &matches, line, input);
+  }
+
+  std::int32_t complete() { return commands().inputComplete(&record_, 1); }
+
+  // What a call prints when nothing fails.
+  std::string answer(unsigned action, char const* line, char const* input) {
+    transcript.clear();
+    EXPECT_EQ(0, use(action, line, input));
+    return transcript;
+  }
+
+  // The whole of an action works, and leaves nothing behind.
+  void expectWorks() {
+    EXPECT_EQ("", answer(kExecute, kFilter, kBeginning));
+    EXPECT_EQ(kKept, answer(kExecute, kFilter, kRest));
+    EXPECT_EQ(0, complete());
+    EXPECT_EQ("filter|() Print lines matching a pattern\nType: Command|filter|",
+              answer(kHelp, "", ""));
+  }
+
+ private:
+  static PipeCommandInterface const& commands() {
+    return *registered->providedInterfaces[0];
+  }
+
+  ContextRecord record_{};
+  PortalAccessorRecord accessor_{getPortal};
+};
+
+// ---- A library that is just loaded
+
+class LoadedLibrary : public AllocationFailure {
+ protected:
+  // Returns whether the allocation was reached.
+  bool initFailingAt(int number) {
+    Plugin plugin;
+    Outcome const outcome = callFailingAt(number, [&] { return init(plugin); });
+    EXPECT_EQ(0, outcome.status) << number;
+    std::int32_t const again = outcome.thrown ? init(plugin) : 0;
+    EXPECT_EQ(0, again) << number;
+    expectWorks();
+    plugin.terminate();
+    return outcome.reached;
+  }
+
+  bool terminateFailingAt(int number) {
+    Plugin plugin;
+    EXPECT_EQ(0, init(plugin));
+    Outcome const outcome = callFailingAt(number, [&] {
+      plugin.terminate();
+      return 0;
+    });
+    EXPECT_FALSE(outcome.thrown) << number;
+    return outcome.reached;
+  }
+
+  // Lets each allocation fail in turn; returns how many there are. The loader
+  // frees some of its memory at every other load only, hence a second load.
+  static int failEach(std::function<bool(int)> const& failingAt) {
+    // What is allocated once in a process.
+    for (int first : {1, kSoManyFail, 1, kSoManyFail}) failingAt(first);
+    int number = 1;
+    for (; number < kSoManyFail && !HasFailure(); ++number) {
+      long const before = outstandingAllocations();
+      bool const reached = failingAt(number);
+      failingAt(kSoManyFail);
+      EXPECT_EQ(before, outstandingAllocations()) << number;
+      if (!reached) break;
+    }
+    return number - 1;
+  }
+};
+
+TEST_F(LoadedLibrary, IsInitialisedAtTheNextTry) {
+  EXPECT_GT(failEach([this](int number) { return initFailingAt(number); }), 10);
+}
+
+TEST_F(LoadedLibrary, IsTerminatedWithoutMemory) {
+  failEach([this](int number) { return terminateFailingAt(number); });
+  Plugin plugin;
+  EXPECT_EQ(0, init(plugin));
+  expectWorks();
+  plugin.terminate();
+}
+
+// ---- Calls
+
+class InitialisedLibrary : public AllocationFailure {
+ protected:
+  InitialisedLibrary() {
+    EXPECT_EQ(0, init(plugin_));
+    expectWorks();
+  }
+  ~InitialisedLibrary() override { plugin_.terminate(); }
+
+  // Lets each allocation of `call` fail in turn, behind `prepare`. A call whose
+  // allocation failed gives the whole answer all the same, or fails: with
+  // std::bad_alloc and no answer, or with -1 and no more than the first text of
+  // the answer. Returns how many allocations there are.
+  int failEach(std::function<void()> const& prepare,
+               std::function<std::int32_t()> const& call,
+               std::string const& answer) {
+    compileAnotherFilter();
+    int number = 1;
+    for (; number < kSoManyFail && !HasFailure(); ++number) {
+      long const before = outstandingAllocations();
+      prepare();
+      compileAnotherFilter();
+      Outcome const outcome = outcomeOf(number, call);
+      expectConsistent(outcome, answer);
+      // The state can be used as it was left.
+      EXPECT_EQ(0, use(kExecute, kFilter, kRest));
+      EXPECT_EQ(0, complete());
+      expectWorks();
+      compileAnotherFilter();
+      EXPECT_EQ(before, outstandingAllocations()) << number;
+      if (!outcome.reached) break;
+    }
+    return number - 1;
+  }
+
+  bool onThread_ = false;  // whether the call is made on another thread
+
+ private:
+  // What one call has compiled shall not save the next from doing so.
+  void compileAnotherFilter() {
+    EXPECT_EQ(0, use(kExecute, "filter something_else", "a line\n"));
+  }
+
+  Outcome outcomeOf(int number, std::function<std::int32_t()> const& call) {
+    if (!onThread_) return callFailingAt(number, call);
+    Outcome outcome{};
+    runOnStackOf(kThreadStack, [&] { outcome = callFailingAt(number, call); });
+    return outcome;
+  }
+
+  static void expectConsistent(Outcome const& outcome,
+                               std::string const& answer) {
+    if (outcome.thrown) {
+      EXPECT_EQ("", transcript);
+    } else if (outcome.status == 0) {
+      EXPECT_EQ(answer, transcript);
+    } else {
+      EXPECT_TRUE(outcome.reached);
+      EXPECT_EQ(-1, outcome.status);
+      std::string const first = answer.substr(0, answer.find('|') + 1);
+      EXPECT_TRUE(transcript.empty() || transcript == first) << transcript;
+    }
+  }
+
+  Plugin plugin_;
+};
+
+void nothing() {}
+
+TEST_F(InitialisedLibrary, Executes) {
+  for (char const* command : {kFilter, kFilterInUtf8}) {
+    EXPECT_GT(failEach([&] { use(kExecute, command, kBeginning); },
+                       [&] { return use(kExecute, command, kRest); }, kKept),
+              10);
+  }
+}
+
+TEST_F(InitialisedLibrary, ExecutesTheFirstCallOfAnAction) {
+  failEach(
+      nothing, [this] { return use(kExecute, kFilter, kBeginning); }, "");
+}
+
+TEST_F(InitialisedLibrary, ExecutesOnAnotherThread) {
+  onThread_ = true;
+  EXPECT_GT(failEach([this] { use(kExecute, kFilter, kBeginning); },
+                     [this] { return use(kExecute, kFilter, kRest); }, kKept),
+            10);
+}
+
+TEST_F(InitialisedLibrary, ReportsErrors) {
+  std::string const error =
+      "ERROR: Invalid value 'x' for integer parameter '-a'. Valid values are "
+      "in range : [0,4294967295]\n|";
+  constexpr char command[] = "filter -a x pattern";
+  transcript.clear();
+  EXPECT_EQ(-1, use(kExecute, command, kBeginning));
+  EXPECT_EQ(error, transcript);
+  EXPECT_GT(failEach(
+                nothing, [&] { return use(kExecute, command, kBeginning) + 1; },
+                error),
+            5);
+}
+
+TEST_F(InitialisedLibrary, Completes) {
+  for (char const* line : {"fi", "filter ", "filter --", "filter -a 5 "}) {
+    std::string const expected = answer(kComplete, line, "");
+    EXPECT_GT(failEach(
+                  nothing, [&] { return use(kComplete, line, ""); }, expected),
+              2)
+        << line;
+  }
+}
+
+TEST_F(InitialisedLibrary, Helps) {
+  for (char const* line : {"", "fi", "filter ", "filter --after "}) {
+    std::string const expected = answer(kHelp, line, "");
+    EXPECT_GT(failEach(
+                  nothing, [&] { return use(kHelp, line, ""); }, expected),
+              2)
+        << line;
+  }
+}
+
+TEST_F(InitialisedLibrary, TakesTheEndOfTheInput) {
+  failEach([this] { use(kExecute, kFilter, kBeginning); },
+           [this] { return complete(); }, "");
+}
+
+}  // namespace
+}  // namespace qor_test

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <array>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "PluginTest.h"
+#include "SmallStack.h"
+
+namespace qor_test {
+namespace {
+
+// The address sanitizer makes each call several times as slow and keeps freed
+// memory for a while, so that there it is less that is asked for.
+constexpr int kCalls = kAddressSanitizer ? 50000 : 1000000;
+constexpr int kFirstCalls = 1000;
+constexpr int kLoads = kAddressSanitizer ? 50 : 1000;
+constexpr int kFirstLoads = 20;
+
+// The allocator does not give every page back at once; that of the address
+// sanitizer holds back 256 MiB.
+constexpr long kTolerance = (kAddressSanitizer ? 320L : 1L) << 20;  // bytes
+
+// Freed blocks that the allocator keeps at hand count as allocated.
+constexpr std::size_t kBlocksAtHand = 8 * 1024;  // bytes
+
+// Memory of this process that is in use.
+long residentBytes() {
+  std::ifstream file("/proc/self/statm");
+  long total = 0;
+  long resident = 0;
+  file >> total >> resident;
+  EXPECT_TRUE(file) << "/proc/self/statm cannot be read";
+  return resident * sysconf(_SC_PAGESIZE);
+}
+
+// Memory that is allocated and not freed; 0 with the address sanitizer, which
+// looks for leaks itself.
+std::size_t allocatedBytes() {
+  if (kAddressSanitizer) return 0;
+  struct mallinfo2 const info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+// ---- Calls
+
+struct Call {
+  unsigned action;
+  char const* line;
+  char const* input;
+  std::int32_t status;
+};
+
+constexpr std::array<Call, 16> kMix = {{
+    {kExecute, "filter a", "a\nb\nc\n", 0},
+    {kComplete, "fil", "", 0},
+    {kHelp, "filter ", "", 0},
+    {kExecute, "filter -b 2 -a 1 M", "1\n2\n3\nM\n4\n5\n", 0},
+    {kComplete, "filter --a", "", 0},
+    {kExecute, "filter (", "a\n", -1},
+    {kExecute, "filter a b", "a\n", -1},
+    {kComplete, "filter ", "", 0},
+    {kExecute, "filter -a x y", "a\n", -1},
+    {kHelp, "", "", 0},
+    {kExecute, "a\"b\"", "a\n", -1},
+    {kExecute, "show", "a\n", 0},
+    {kExecute, "filter -v -i \"(a|b)\\1\"", "aa\nAB\n", 0},
+    {99, "filter a", "a\n", 0},
+    {kExecute, "filter -b 5 x", "1\n2\n3\n", 0},
+    {kHelp, "filter -b 5", "", 0},
+}};
+
+class Endurance : public PluginTest {
+ protected:
+  void callOnce() {
+    Call const& call = kMix[static_cast<std::size_t>(calls_) % kMix.size()];
+    session.clear();
+    auto const actionId = static_cast<unsigned>(calls_);
+    if (use(call.action, actionId, call.line, call.input).status !=
+        call.status) {
+      ++failures_;
+    }
+    ++calls_;
+    // The engine reports its inputs complete, some more often than others.
+    if (calls_ % 50 == 0 &&
+        interface->inputComplete(&session.record, actionId) != 0) {
+      ++failures_;
+    }
+  }
+
+  void callUntil(int calls) {
+    while (calls_ < calls) callOnce();
+  }
+
+  int calls_ = 0;
+  int failures_ = 0;
+};
+
+TEST_F(Endurance, MemoryIsWhereItWasAfterAMillionCalls) {
+  callUntil(kFirstCalls);
+  long const resident = residentBytes();
+  std::size_t const allocated = allocatedBytes();
+  callUntil(kFirstCalls + kCalls / 50 * 50);
+  EXPECT_LE(residentBytes(), resident + kTolerance);
+  // Both figures are taken at the same call of the mix, the state forgotten.
+  ASSERT_EQ(0U, (kCalls / 50 * 50) % kMix.size());
+  EXPECT_LE(allocatedBytes(), allocated + kBlocksAtHand);
+  EXPECT_EQ(0, failures_);
+}
+
+// ---- Loads
+
+void loadOnce() {
+  Plugin plugin;
+  Portal portal;
+  Session session;
+  ASSERT_EQ(0, plugin.init(&portal.accessor, nullptr));
+  ASSERT_EQ(0, portal.registered->start(1));
+  PipeCommandInterface const& commands =
+      *portal.registered->providedInterfaces[0];
+  unsigned matches = 0;
+  ASSERT_EQ(0, commands.useModule(&session.record, kExecute, 1, &matches,
+                                  "filter -b 3 a", "b\na\nc\n"));
+  ASSERT_EQ((std::vector<std::string>{"b\n", "a\n"}), textsOf(session.outputs));
+  ASSERT_EQ(0, portal.registered->stop(1));
+  plugin.terminate();
+  ASSERT_TRUE(plugin.unload());
+}
+
+void loadTimes(int loads) {
+  for (int i = 0; i < loads && !testing::Test::HasFatalFailure(); ++i) {
+    loadOnce();
+    ASSERT_FALSE(Plugin::isMapped()) << "after load " << i;
+  }
+}
+
+TEST(EndlessLoading, LeavesNoLibraryAndNoMemoryBehind) {
+  loadTimes(kFirstLoads);
+  long const resident = residentBytes();
+  std::size_t const allocated = allocatedBytes();
+  loadTimes(kLoads);
+  EXPECT_LE(residentBytes(), resident + kTolerance);
+  EXPECT_LE(allocatedBytes(), allocated + kBlocksAtHand);
+}
+
+}  // namespace
+}  // namespace qor_test

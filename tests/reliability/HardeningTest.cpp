@@ -1,0 +1,83 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdio.h>
+
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace qor_test {
+namespace {
+
+using testing::Contains;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+// What readelf says about the built library.
+std::string readelf(std::string const& options) {
+  std::string const command =
+      QOR_READELF " --wide " + options + " '" QOR_CLI_PIPE_LIBRARY "'";
+  std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"),
+                                             pclose);
+  if (!pipe) throw std::runtime_error("readelf cannot be started");
+  std::string text;
+  char buffer[4096];
+  while (fgets(buffer, sizeof buffer, pipe.get()) != nullptr) text += buffer;
+  if (pclose(pipe.release()) != 0) throw std::runtime_error("readelf failed");
+  return text;
+}
+
+std::vector<std::string> linesWith(std::string const& word,
+                                   std::string const& text) {
+  std::istringstream in(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) {
+    if (line.find(word) != std::string::npos) lines.push_back(line);
+  }
+  return lines;
+}
+
+TEST(Hardening, RelocatedDataBecomeReadOnly) {
+  EXPECT_EQ(1U, linesWith("GNU_RELRO", readelf("--segments")).size());
+}
+
+// Without it the table of imported functions would stay writable.
+TEST(Hardening, NamesAreBoundAtOnce) {
+  std::string const dynamic = readelf("--dynamic");
+  EXPECT_THAT(linesWith("(FLAGS)", dynamic), Contains(HasSubstr("BIND_NOW")));
+  EXPECT_THAT(linesWith("(FLAGS_1)", dynamic), Contains(HasSubstr("NOW")));
+}
+
+TEST(Hardening, CodeIsNotRelocated) {
+  EXPECT_THAT(readelf("--dynamic"), Not(HasSubstr("TEXTREL")));
+}
+
+TEST(Hardening, TheStackIsNotExecutable) {
+  std::vector<std::string> const stack =
+      linesWith("GNU_STACK", readelf("--segments"));
+  ASSERT_EQ(1U, stack.size());
+  EXPECT_THAT(stack[0], ContainsRegex(" RW +0x"));
+}
+
+TEST(Hardening, NoMemoryIsWritableAndExecutable) {
+  std::vector<std::string> const segments =
+      linesWith("  LOAD ", readelf("--segments"));
+  EXPECT_GT(segments.size(), 1U);
+  EXPECT_THAT(segments, Not(Contains(HasSubstr(" RWE "))));
+}
+
+// Sanitizers bring checks of their own, and fortified functions need an
+// optimising compiler.
+#if defined(QOR_FORTIFIED)
+TEST(Hardening, StackFramesAndBuffersAreChecked) {
+  std::string const symbols = readelf("--dyn-syms");
+  EXPECT_THAT(symbols, ContainsRegex("UND __stack_chk_fail"));
+  EXPECT_THAT(symbols, ContainsRegex("UND __[a-z]+_chk@"));
+}
+#endif
+
+}  // namespace
+}  // namespace qor_test

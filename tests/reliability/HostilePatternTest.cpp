@@ -1,0 +1,222 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "PluginTest.h"
+#include "SmallStack.h"
+
+namespace qor_test {
+namespace {
+
+// The matcher works on one line for a few seconds at most; the rest is for a
+// machine that is slow, busy or checks every access.
+constexpr std::chrono::seconds kLongestCall{kAddressSanitizer ? 40 : 10};
+
+// A call that takes longer than this ends the program.
+constexpr std::chrono::seconds kEndOfPatience = 3 * kLongestCall;
+
+constexpr unsigned kActionId = 8;
+constexpr unsigned kOtherActionId = 9;
+
+using Texts = std::vector<std::string>;
+
+std::string quoted(std::string const& pattern) {
+  return "filter \"" + pattern + '"';
+}
+
+class HostilePattern : public PluginTest {
+ protected:
+  // Executes in the time that is allowed for it.
+  ActionResult execute(std::string const& line, std::string const& input,
+                       unsigned actionId = kActionId) {
+    session.clear();
+    auto const start = std::chrono::steady_clock::now();
+    alarm(static_cast<unsigned>(kEndOfPatience.count()));
+    ActionResult const result = use(kExecute, actionId, line, input);
+    alarm(0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kLongestCall);
+    return result;
+  }
+};
+
+// ---- Patterns that no matcher with backtracking gets to the end of
+
+struct Catastrophe {
+  std::string pattern;
+  std::string line;
+};
+
+std::ostream& operator<<(std::ostream& out, Catastrophe const& catastrophe) {
+  return out << catastrophe.pattern << " on " << catastrophe.line.size()
+             << " bytes";
+}
+
+std::vector<Catastrophe> catastrophes() {
+  std::string const many(60, 'a');
+  std::string const words = many + ' ' + many + ' ' + many;
+  return {
+      {"(a+)+$", many + '!'},
+      {"(a|aa)+$", many + '!'},
+      {"^(([a-z])+.)+[A-Z]([a-z])+$", words},
+      {"(?:(?:a*)*)*[bc]$", many + '!'},
+      {"(\\w+\\s?)+$", words + '?'},
+      {"(?:a?){60}a{60}$", many + '!'},
+      {"^(a+)+\\1[bc]", many + '!'},
+      {"(?=(a+)+$)a", many + '!'},
+      {"(?:(a+)+$|x)", many + '!'},
+      {"(*UTF8)(a+)+$", many + '!'},
+      {"(*NO_START_OPT)(a|a)+$", many + '!'},
+      {"(*LIMIT_MATCH=4294967295)(a+)+$", many + '!'},
+      {"(a+)+$", std::string(20000, 'a') + '!'},
+      {"(*UTF8)(a|aa)+$", std::string(20000, 'a') + '!'},
+      {"(a|aa)+$", std::string(1U << 20U, 'a') + '!'},
+  };
+}
+
+class CatastrophicPattern : public HostilePattern,
+                            public testing::WithParamInterface<Catastrophe> {
+ protected:
+  std::string const command_ = quoted(GetParam().pattern);
+  std::string const line_ = GetParam().line + '\n';
+};
+
+TEST_P(CatastrophicPattern, EndsTheCallAtTheFirstLineThatIsGivenUpOn) {
+  std::string lines;
+  for (int i = 0; i < 50; ++i) lines += line_;
+  ActionResult const result = execute(command_, lines);
+  EXPECT_EQ(-1, result.status);
+  EXPECT_EQ(1U, result.commandMatchCount);
+  EXPECT_EQ(Texts{}, textsOf(session.outputs));
+}
+
+TEST_P(CatastrophicPattern, IsForgottenByTheNextCall) {
+  EXPECT_EQ(-1, execute(command_, line_).status);
+  EXPECT_EQ(0, execute("filter a$", "ba\nab\n").status);
+  EXPECT_EQ(Texts{"ba\n"}, textsOf(session.outputs));
+}
+
+INSTANTIATE_TEST_SUITE_P(Patterns, CatastrophicPattern,
+                         testing::ValuesIn(catastrophes()));
+
+// ---- Lines on which each beginning of a match is soon given up, but there are
+// many of them, and each looks at all the rest of the line
+
+class LongScan : public HostilePattern,
+                 public testing::WithParamInterface<char const*> {};
+
+TEST_P(LongScan, FindsNothingOrGivesUp) {
+  for (std::size_t const length : {1000U, 60000U, 1U << 20U}) {
+    std::string const line(length, 'a');
+    ActionResult const result = execute(quoted(GetParam()), line + '\n');
+    EXPECT_TRUE(result.status == 0 || (result.status == -1 && length > 1000));
+    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Patterns, LongScan,
+                         testing::Values("a.*y", "a[^x]*+y", "(?=a.*y)b?",
+                                         "(?=.*b)a", "a(?>.*)y", "(?:a|b)*+y",
+                                         "(a*+)++y", "(*UTF8)a.*+y"));
+
+// ---- What is left of a call that gives up
+
+constexpr char kCatastrophe[] = "(a+)+$";
+std::string const kBadLine = std::string(60, 'a') + "!\n";
+
+TEST_F(HostilePattern, ShowsTheFirstLineThatWasKept) {
+  EXPECT_EQ(-1, execute(quoted(kCatastrophe), "1a\n2a\n" + kBadLine).status);
+  EXPECT_EQ(Texts{"1a\n"}, textsOf(session.outputs));
+}
+
+TEST_F(HostilePattern, IsNoErrorOnTheLinesThatItDecides) {
+  EXPECT_EQ(0, execute(quoted(kCatastrophe), "1a\nb\n2a\n").status);
+  EXPECT_EQ((Texts{"1a\n", "2a\n"}), textsOf(session.outputs));
+}
+
+TEST_F(HostilePattern, ClearsTheStateOfAllActions) {
+  for (unsigned const actionId : {kActionId, kOtherActionId}) {
+    EXPECT_EQ(0, execute("filter -b 1 M", "x\n", actionId).status);
+  }
+  EXPECT_EQ(-1, execute(quoted(kCatastrophe), kBadLine).status);
+  for (unsigned const actionId : {kActionId, kOtherActionId}) {
+    EXPECT_EQ(0, execute("filter -b 1 M", "M\n", actionId).status);
+    EXPECT_EQ(Texts{"M\n"}, textsOf(session.outputs));
+  }
+}
+
+TEST_F(HostilePattern, DoesNotClearTheStateWhenItDecides) {
+  EXPECT_EQ(0, execute("filter -b 1 M", "x\n", kOtherActionId).status);
+  EXPECT_EQ(0, execute(quoted(kCatastrophe), "a\n").status);
+  EXPECT_EQ(0, execute("filter -b 1 M", "M\n", kOtherActionId).status);
+  EXPECT_EQ((Texts{"x\n", "M\n"}), textsOf(session.outputs));
+}
+
+// ---- Patterns that are hard to compile
+
+std::string repeated(std::string const& text, std::size_t times) {
+  std::string result;
+  for (std::size_t i = 0; i < times; ++i) result += text;
+  return result;
+}
+
+// Groups of which each calls the next one twice.
+std::string callingGroups(std::size_t count) {
+  std::string result;
+  for (std::size_t i = 1; i <= count; ++i) {
+    std::string const call = "(?" + std::to_string(i + 1) + ')';
+    result += "(a?" + call + call + ')';
+  }
+  return result + "(a?)";
+}
+
+class HardToCompile : public HostilePattern,
+                      public testing::WithParamInterface<std::string> {};
+
+TEST_P(HardToCompile, IsUsedOrRefused) {
+  ActionResult const result = execute(quoted(GetParam()), "ab\n");
+  EXPECT_EQ(1U, result.commandMatchCount);
+  EXPECT_TRUE(result.status == 0 || result.status == -1);
+  EXPECT_TRUE(result.status == 0 || session.outputs.empty());
+}
+
+constexpr std::size_t kManyTimes = 200000;
+
+INSTANTIATE_TEST_SUITE_P(
+    Pieces, HardToCompile,
+    testing::Values(
+        repeated("(", kManyTimes), repeated("(?:", kManyTimes),
+        repeated("[", kManyTimes), repeated("[[:", kManyTimes),
+        repeated("[[:alpha:]", kManyTimes), repeated("[^]", kManyTimes),
+        repeated("a|", kManyTimes), repeated("()", kManyTimes),
+        repeated("(a)", kManyTimes), repeated("\\1", kManyTimes),
+        repeated("(?1)", kManyTimes), repeated("(?R)", kManyTimes),
+        repeated("(?(1)", kManyTimes), repeated("(?(?=a)", kManyTimes),
+        repeated("(?#", kManyTimes), repeated("\\Q", kManyTimes),
+        repeated("(?<n>", kManyTimes), repeated("(?P>n)", kManyTimes),
+        repeated("\\k<n>", kManyTimes), repeated("(?|", kManyTimes),
+        repeated("(?i)", kManyTimes), repeated("(*UTF8)", kManyTimes),
+        repeated("(*LIMIT_MATCH=1)", kManyTimes), repeated("\\", kManyTimes),
+        repeated("{1,2}", kManyTimes), repeated("a{1,2}", kManyTimes),
+        repeated("(?=a)", 5000), repeated("(?(?=a)b|c)", 2000),
+        repeated("(?<=a)", 5000), repeated("a?", 5000) + repeated("a", 5000)));
+
+INSTANTIATE_TEST_SUITE_P(
+    Growth, HardToCompile,
+    testing::Values(
+        "((((a{1000}){1000}){1000}){1000})", "(a{0,65535}){0,65535}",
+        "(((a?){0,99}){0,99}){0,99}", "((a|b){0,300}){0,100}",
+        "(?:(?:(?:a{0,20}){0,20}){0,20}){0,20}", "(?i)[\\x{100}-\\x{ffff}]",
+        "(*UTF8)(?i)[\\x{100}-\\x{10ffff}]{500}", "(*UTF8)\\X{1000}"));
+
+INSTANTIATE_TEST_SUITE_P(Calls, HardToCompile,
+                         testing::Values(callingGroups(5), callingGroups(18),
+                                         callingGroups(40), callingGroups(400),
+                                         "(?:(?1)|(?2))*((?2)|a)((?1)|b)",
+                                         "((?1)?(?1)?(?1)?a)+",
+                                         "(?R)|(?R)(?R)|a"));
+
+}  // namespace
+}  // namespace qor_test

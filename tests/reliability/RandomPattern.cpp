@@ -1,0 +1,100 @@
+#include "RandomPattern.h"
+
+#include <iterator>
+
+namespace qor_test {
+namespace {
+
+constexpr int kDeepest = 3;  // groups within groups
+constexpr char kLineBytes[] = "aaabbbcABC01 _-.\t\r\xC3\xA4\xFF";
+
+constexpr char const* kStarts[] = {"(*UTF8)",
+                                   "(*NO_START_OPT)",
+                                   "(*UCP)",
+                                   "(*CRLF)",
+                                   "(*ANYCRLF)",
+                                   "(*BSR_ANYCRLF)",
+                                   "(*NO_AUTO_POSSESS)",
+                                   "(*UTF8)(*UCP)"};
+
+constexpr char const* kOrdinary[] = {"a", "b", "c", "ab", "A", "0", "."};
+
+constexpr char const* kAtoms[] = {
+    "\\d",     "\\D",     "\\w",      "\\W",       "\\s",       "\\S",
+    "\\h",     "\\H",     "\\R",      "\\N",       "\\X",       "\\b",
+    "\\B",     "^",       "$",        "\\A",       "\\z",       "\\Z",
+    "\\G",     "[ab]",    "[^a]",     "[a-c0]",    "[^\\w]",    "[[:alpha:]]",
+    "[]a]",    "\\x61",   "\\x{62}",  "\\Qa.\\E",  "(?#c)",     "\\.",
+    "(?i)",    "(?-i)",   "(?s)",     "(?m)",      "(?x)",      "(?U)",
+    "\\1",     "\\2",     "\\g{-1}",  "\\g{1}",    "\\k<n>",    "(?P=n)",
+    "(?R)",    "(?1)",    "(?2)",     "(?-1)",     "\\g<1>",    "(?&n)",
+    "\\K",     "\\C",     "(*FAIL)",  "(*ACCEPT)", "(*COMMIT)", "(*PRUNE)",
+    "(*SKIP)", "(*THEN)", "(*MARK:m)"};
+
+constexpr char const* kOpenings[] = {
+    "(",     "(",       "(?:",   "(?:",        "(?:",     "(?i:",  "(?>",
+    "(?=",   "(?!",     "(?<=",  "(?<!",       "(?|",     "(?<n>", "(?P<n>",
+    "(?(1)", "(?(?=a)", "(?(R)", "(?(DEFINE)", "(?(<n>)", "(?s-i:"};
+
+constexpr char const* kQuantifiers[] = {
+    "*",  "+",   "?",   "*?",    "+?",    "??",   "*+",     "++",
+    "?+", "{2}", "{0}", "{1,2}", "{0,2}", "{2,}", "{1,3}?", "{0,3}+"};
+
+}  // namespace
+
+std::string RandomPattern::pattern() {
+  std::string result;
+  if (below(5) == 0) result = kStarts[below(std::size(kStarts))];
+  result += alternatives(0);
+  return below(20) == 0 ? spoiled(result) : result;
+}
+
+std::string RandomPattern::line() {
+  std::string result(below(25), ' ');
+  for (char& c : result) c = kLineBytes[below(std::size(kLineBytes) - 1)];
+  return result;
+}
+
+std::size_t RandomPattern::below(std::size_t count) {
+  return std::uniform_int_distribution<std::size_t>(0, count - 1)(random_);
+}
+
+std::string RandomPattern::alternatives(int depth) {
+  std::string result = sequence(depth);
+  while (below(4) == 0) result += '|' + sequence(depth);
+  return result;
+}
+
+std::string RandomPattern::sequence(int depth) {
+  std::string result;
+  for (std::size_t items = below(4); items != 0; --items) {
+    result += item(depth);
+    if (below(3) == 0) result += kQuantifiers[below(std::size(kQuantifiers))];
+  }
+  return result;
+}
+
+std::string RandomPattern::item(int depth) {
+  std::size_t const kind = below(6);
+  if (kind < 2 && depth < kDeepest) return group(depth + 1);
+  if (kind == 2) return kAtoms[below(std::size(kAtoms))];
+  return kOrdinary[below(std::size(kOrdinary))];
+}
+
+std::string RandomPattern::group(int depth) {
+  return kOpenings[below(std::size(kOpenings))] + alternatives(depth) + ')';
+}
+
+// The pattern with one byte put in, or taken out.
+std::string RandomPattern::spoiled(std::string pattern) {
+  constexpr char marks[] = "()[]{}*+?\\|^$<>:=!#-,0123456789QEPRCKxg";
+  std::size_t const at = below(pattern.size() + 1);
+  if (at < pattern.size() && below(2) == 0) {
+    pattern.erase(at, 1);
+  } else {
+    pattern.insert(at, 1, marks[below(std::size(marks) - 1)]);
+  }
+  return pattern;
+}
+
+}  // namespace qor_test

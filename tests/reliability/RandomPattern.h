@@ -1,0 +1,38 @@
+#ifndef QOR_TEST_RANDOM_PATTERN_H
+#define QOR_TEST_RANDOM_PATTERN_H
+
+#include <cstddef>
+#include <random>
+#include <string>
+
+namespace qor_test {
+
+// Makes regular expressions from a grammar of what Perl-compatible ones may
+// hold, some of them malformed, and lines that have a chance of matching.
+class RandomPattern {
+ public:
+  // `random` is not owned.
+  explicit RandomPattern(std::mt19937& random) : random_(random) {}
+
+  // A pattern without NUL bytes and line feeds.
+  std::string pattern();
+
+  // A line of up to 24 bytes, likewise.
+  std::string line();
+
+  // A number below `count`, which is at least 1.
+  std::size_t below(std::size_t count);
+
+ private:
+  std::string alternatives(int depth);
+  std::string sequence(int depth);
+  std::string item(int depth);
+  std::string group(int depth);
+  std::string spoiled(std::string pattern);
+
+  std::mt19937& random_;
+};
+
+}  // namespace qor_test
+
+#endif

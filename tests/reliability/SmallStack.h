@@ -1,0 +1,30 @@
+#ifndef QOR_TEST_SMALL_STACK_H
+#define QOR_TEST_SMALL_STACK_H
+
+#include <cstddef>
+#include <functional>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QOR_TEST_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#define QOR_TEST_ADDRESS_SANITIZER __has_feature(address_sanitizer)
+#else
+#define QOR_TEST_ADDRESS_SANITIZER 0
+#endif
+
+namespace qor_test {
+
+// True in a build with the address sanitizer, whose redzones make every frame
+// several times as large and whose allocator keeps freed memory for a while.
+constexpr bool kAddressSanitizer = QOR_TEST_ADDRESS_SANITIZER;
+
+// Calls `work` on a thread of its own that has `size` bytes of stack, and waits
+// for its end; what `work` throws is thrown again. Below the stack lies memory
+// that cannot be touched, so that using more ends the program. `size` is a
+// multiple of the page size; with the address sanitizer the stack is eight
+// times as large.
+void runOnStackOf(std::size_t size, std::function<void()> const& work);
+
+}  // namespace qor_test
+
+#endif
