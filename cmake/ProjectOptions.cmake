@@ -11,7 +11,8 @@ target_compile_options(
             -Wconversion
             -Werror
             # Traces name source files; they shall not name this machine's folders.
-            -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+            # Coverage has to find the files, though.
+            $<IF:$<BOOL:${QOR_COVERAGE}>,-fmacro-prefix-map,-ffile-prefix-map>=${CMAKE_SOURCE_DIR}/=)
 
 # What makes a defect harder to exploit. Sanitizers bring checks of their own,
 # and fortified functions would hide from them.

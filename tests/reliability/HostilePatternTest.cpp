@@ -218,5 +218,15 @@ INSTANTIATE_TEST_SUITE_P(Calls, HardToCompile,
                                          "((?1)?(?1)?(?1)?a)+",
                                          "(?R)|(?R)(?R)|a"));
 
+// Calls of groups may double the time to compile with each of them.
+TEST_F(HostilePattern, OfMoreThanSixteenGroupCallsIsRefused) {
+  std::string const call = "(?1)?";
+  std::string pattern = "(a)";
+  for (int calls = 1; calls <= 16; ++calls) pattern += call;
+  EXPECT_EQ(0, execute(quoted(pattern.c_str()), "a\n").status);
+  EXPECT_EQ(Texts{"a\n"}, textsOf(session.outputs));
+  EXPECT_EQ(-1, execute(quoted((pattern + call).c_str()), "a\n").status);
+}
+
 }  // namespace
 }  // namespace qor_test

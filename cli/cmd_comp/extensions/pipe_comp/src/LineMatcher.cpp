@@ -38,6 +38,7 @@ using Poco::RegularExpression;
 constexpr std::size_t kLineSteps = 50'000'000;
 constexpr std::size_t kStepsFromOneStart = 10'000'000;
 constexpr std::size_t kBytesFromOneStart = 1'000'000'000;
+constexpr std::size_t kMoreSteps = 4;  // times as many, when they were too few
 
 // Poco counts the repetitions of characters as steps, too: it looks at less of
 // the line within a step, by this factor.
@@ -61,6 +62,10 @@ constexpr std::size_t kCompileStackPerLevel = 1024;
 constexpr std::size_t kMatchStack = 24 * 1024;  // bytes
 constexpr std::size_t kMatchStackPerLevel = 640;
 
+// Groups that call each other take a time to compile that may double with each
+// call.
+constexpr std::size_t kMostGroupCalls = 16;
+
 // The whole match and 20 groups are what Poco has room for.
 constexpr int kPocoGroups = 20;
 
@@ -68,13 +73,20 @@ int pocoOptions(bool ignoreCase) {
   return ignoreCase ? RegularExpression::RE_CASELESS : 0;
 }
 
-// Returns `pattern`. To be called wherever it is compiled: the stack may be
-// another one each time.
-std::string const& checkedNesting(std::string const& pattern) {
+// To be called wherever a pattern is compiled: the stack may be another one
+// each time.
+void checkNesting(std::string const& pattern) {
   std::size_t const left = stackLeft();
   if (left < kCompileStack ||
       nestingBound(pattern) > (left - kCompileStack) / kCompileStackPerLevel) {
     throw Poco::RegularExpressionException("pattern too deeply nested");
+  }
+}
+
+std::string const& checked(std::string const& pattern) {
+  checkNesting(pattern);
+  if (groupCalls(pattern) > kMostGroupCalls) {
+    throw Poco::RegularExpressionException("too many calls of groups");
   }
   return pattern;
 }
@@ -102,7 +114,7 @@ double processorSeconds() {
 }  // namespace
 
 LineMatcher::LineMatcher(std::string const& pattern, bool ignoreCase)
-    : pattern_(checkedNesting(pattern)),
+    : pattern_(checked(pattern)),
       ignoreCase_(ignoreCase),
       longSteps_(stepsMayBeLong(pattern)),
       oneBeginning_(hasOneBeginning(pattern)),
@@ -131,19 +143,37 @@ LineMatcher::Answer LineMatcher::matchStartByStart(std::string_view line) {
     return Answer::kUndecided;
   }
   if (!anchored_) {
-    anchored_.emplace("\\G(?:" + checkedNesting(pattern_) + ")", ignoreCase_);
+    checkNesting(pattern_);
+    anchored_.emplace("\\G(?:" + pattern_ + ")", ignoreCase_);
   }
-  std::uint32_t const steps = roundedSteps(
-      longSteps_ ? kBytesFromOneStart / (line.size() + 1) : kStepsFromOneStart);
   double const end = processorSeconds() + kLineTime;
   for (std::size_t start = 0; start <= line.size(); ++start) {
-    Answer const answer = anchored_->match(line, start, steps);
+    Answer const answer = matchFrom(line, start, end);
     if (answer != Answer::kNoMatch || oneBeginning_) return answer;
     if (start % kStartsPerLook == 0 && processorSeconds() > end) {
       return Answer::kUndecided;
     }
   }
   return Answer::kNoMatch;
+}
+
+// With few steps at first where each may be long, and more as long as what they
+// took says that there is time for them.
+LineMatcher::Answer LineMatcher::matchFrom(std::string_view line,
+                                           std::size_t start,
+                                           double end) const {
+  std::size_t steps =
+      longSteps_ ? kBytesFromOneStart / (line.size() + 1) : kStepsFromOneStart;
+  while (true) {
+    double const begin = longSteps_ ? processorSeconds() : 0;
+    Answer const answer = anchored_->match(line, start, roundedSteps(steps));
+    if (answer != Answer::kUndecided || steps >= kStepsFromOneStart) {
+      return answer;
+    }
+    double const now = processorSeconds();
+    if (now + (now - begin) * kMoreSteps > end) return Answer::kUndecided;
+    steps *= kMoreSteps;
+  }
 }
 
 // Poco has no parameters for the limits, but a pattern can set its own. Where
@@ -156,9 +186,10 @@ bool LineMatcher::matchWithPoco(std::string_view line) {
       std::to_string(stepsFromEachStart(line, line.size() / kPocoAdvantage)) +
       ")";
   if (!limited_ || limits != limits_) {
+    checkNesting(pattern_);
     bool const tooMany = JitExpression::groups(pattern_) > kPocoGroups;
     limits_ = limits;
-    limited_.emplace(limits + checkedNesting(pattern_),
+    limited_.emplace(limits + pattern_,
                      pocoOptions(ignoreCase_) |
                          (tooMany ? RegularExpression::RE_NO_AUTO_CAPTURE : 0),
                      true);

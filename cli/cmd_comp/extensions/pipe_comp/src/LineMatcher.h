@@ -40,6 +40,7 @@ class LineMatcher {
 
   Answer matchAtOnce(std::string_view line) const;
   Answer matchStartByStart(std::string_view line);
+  Answer matchFrom(std::string_view line, std::size_t start, double end) const;
   bool matchWithPoco(std::string_view line);
   std::uint32_t stepsFromEachStart(std::string_view line,
                                    std::size_t stepCost) const;

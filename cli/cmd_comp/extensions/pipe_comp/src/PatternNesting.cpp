@@ -32,6 +32,17 @@ bool mayBeReference(std::string_view pattern, std::size_t i) {
          marks.find(pattern[i + 2]) != std::string_view::npos;
 }
 
+// Whether `rest`, of at least three characters, looks like a call of a group.
+bool isGroupCall(std::string_view rest) {
+  if (rest.substr(0, 2) == "\\g") return rest[2] == '<' || rest[2] == '\'';
+  if (rest.substr(0, 2) != "(?") return false;
+  auto const isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  if (rest[2] == 'R' || rest[2] == '&' || isDigit(rest[2])) return true;
+  if (rest.size() < 4) return false;
+  bool const relative = rest[2] == '+' || rest[2] == '-';
+  return (relative && isDigit(rest[3])) || rest.substr(2, 2) == "P>";
+}
+
 }  // namespace
 
 std::size_t nestingBound(std::string_view pattern) {
@@ -60,6 +71,14 @@ std::size_t nestingBound(std::string_view pattern) {
     ++i;
   }
   return deepest + references;
+}
+
+std::size_t groupCalls(std::string_view pattern) {
+  std::size_t calls = 0;
+  for (std::size_t i = 0; i + 2 < pattern.size(); ++i) {
+    if (isGroupCall(pattern.substr(i))) ++calls;
+  }
+  return calls;
 }
 
 }  // namespace QorCliPipe

@@ -14,6 +14,11 @@ namespace QorCliPipe {
 // pattern and constant stack.
 std::size_t nestingBound(std::string_view pattern);
 
+// Returns how often a regular expression calls groups of its own, or itself, to
+// be matched again: a count of what looks like such a call. Time and stack as
+// above.
+std::size_t groupCalls(std::string_view pattern);
+
 }  // namespace QorCliPipe
 
 #endif

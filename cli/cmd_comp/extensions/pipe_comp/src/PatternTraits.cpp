@@ -41,6 +41,10 @@ bool endsGroup(std::string_view pattern) {
   return digit && pattern.size() > 1 && pattern[pattern.size() - 2] == '\\';
 }
 
+bool hasEmptyAlternative(std::string_view pattern) {
+  return hasAny(pattern, {"||", "|)", "(|", ":|", ">|", "(?|"});
+}
+
 // Whether a character, or a class of them, may be repeated without end. What
 // follows a group repeats that, and such repetitions are steps.
 bool repeatsCharacters(std::string_view pattern) {
@@ -55,8 +59,8 @@ bool repeatsCharacters(std::string_view pattern) {
 
 bool machineCodeAgrees(std::string_view pattern) {
   return !hasAny(pattern, {"(*", ")?+", ")*+", ")++", "}+", "\\k", "(?P="}) &&
-         !hasLongGroup(pattern, "(?=") && !hasLongGroup(pattern, "(?>") &&
-         !refersToGroups(pattern);
+         !hasLongGroup(pattern, "(?=") && !refersToGroups(pattern) &&
+         !(hasLongGroup(pattern, "(?>") && hasEmptyAlternative(pattern));
 }
 
 bool stepsMayBeLong(std::string_view pattern) {

@@ -12,7 +12,7 @@ namespace QorCliPipe {
 // Whether machine code is not known to find something else than Poco's
 // matching: as it is with verbs, possessive groups, references to groups by
 // name or to be matched again, long looks ahead and
-// long atomic groups.
+// atomic groups with empty alternatives.
 bool machineCodeAgrees(std::string_view pattern);
 
 // Whether the library may look at much of a line within one step of
