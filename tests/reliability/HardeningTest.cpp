@@ -72,11 +72,19 @@ TEST(Hardening, NoMemoryIsWritableAndExecutable) {
 // Sanitizers bring checks of their own, and fortified functions need an
 // optimising compiler.
 #if defined(QOR_FORTIFIED)
-TEST(Hardening, StackFramesAndBuffersAreChecked) {
-  std::string const symbols = readelf("--dyn-syms");
-  EXPECT_THAT(symbols, ContainsRegex("UND __stack_chk_fail"));
-  EXPECT_THAT(symbols, ContainsRegex("UND __[a-z]+_chk@"));
+TEST(Hardening, StackFramesAreChecked) {
+  EXPECT_THAT(linesWith("UND", readelf("--dyn-syms")),
+              Contains(HasSubstr(" __stack_chk_fail")));
 }
+
+// clang drops a buffer's check where it can prove the bound, as it can for the
+// few buffers of fixed size that the library has.
+#if !defined(__clang__)
+TEST(Hardening, BuffersAreChecked) {
+  EXPECT_THAT(linesWith("UND", readelf("--dyn-syms")),
+              Contains(ContainsRegex(" __[a-z]+_chk@")));
+}
+#endif
 #endif
 
 }  // namespace
