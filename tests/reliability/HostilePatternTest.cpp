@@ -162,6 +162,20 @@ std::string repeated(std::string const& text, std::size_t times) {
   return result;
 }
 
+// A pattern that is too long to be printed whole.
+struct LongPattern {
+  LongPattern(std::string const& pattern) : text(pattern) {}
+  LongPattern(char const* pattern) : text(pattern) {}
+
+  std::string text;
+};
+
+std::ostream& operator<<(std::ostream& out, LongPattern const& pattern) {
+  constexpr std::size_t shown = 40;  // bytes
+  return out << pattern.text.substr(0, shown) << " of " << pattern.text.size()
+             << " bytes";
+}
+
 // Groups of which each calls the next one twice.
 std::string callingGroups(std::size_t count) {
   std::string result;
@@ -173,10 +187,10 @@ std::string callingGroups(std::size_t count) {
 }
 
 class HardToCompile : public HostilePattern,
-                      public testing::WithParamInterface<std::string> {};
+                      public testing::WithParamInterface<LongPattern> {};
 
 TEST_P(HardToCompile, IsUsedOrRefused) {
-  ActionResult const result = execute(quoted(GetParam()), "ab\n");
+  ActionResult const result = execute(quoted(GetParam().text), "ab\n");
   EXPECT_EQ(1U, result.commandMatchCount);
   EXPECT_TRUE(result.status == 0 || result.status == -1);
   EXPECT_TRUE(result.status == 0 || session.outputs.empty());
@@ -218,14 +232,34 @@ INSTANTIATE_TEST_SUITE_P(Calls, HardToCompile,
                                          "((?1)?(?1)?(?1)?a)+",
                                          "(?R)|(?R)(?R)|a"));
 
-// Calls of groups may double the time to compile with each of them.
-TEST_F(HostilePattern, OfMoreThanSixteenGroupCallsIsRefused) {
-  std::string const call = "(?1)?";
-  std::string pattern = "(a)";
-  for (int calls = 1; calls <= 16; ++calls) pattern += call;
-  EXPECT_EQ(0, execute(quoted(pattern.c_str()), "a\n").status);
-  EXPECT_EQ(Texts{"a\n"}, textsOf(session.outputs));
-  EXPECT_EQ(-1, execute(quoted((pattern + call).c_str()), "a\n").status);
+// ---- Calls of groups: to follow them may double the work with each group, but
+// does not where they are few, or lead to few groups
+
+class CallsOfGroups : public HostilePattern,
+                      public testing::WithParamInterface<LongPattern> {};
+
+TEST_P(CallsOfGroups, AreFollowed) {
+  EXPECT_EQ(0, execute(quoted(GetParam().text), "[1,[2,3]]\n").status);
+  EXPECT_EQ(Texts{"[1,[2,3]]\n"}, textsOf(session.outputs));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Patterns, CallsOfGroups,
+    testing::Values(
+        "(\\d)" + repeated("(?1)?", 1000),
+        "(?:\\d(?R)?)" + repeated("(?R)?", 500), callingGroups(16) + "\\[",
+        "^(?<value>[0-9]+|\\[(?&value)(?:,(?&value))*\\])$",
+        "(?(DEFINE)(?<ws>\\s*)(?<num>-?(?:0|[1-9]\\d*)(?:[eE][+-]?\\d+)?)"
+        "(?<str>'(?:[^'\\\\]|\\\\.)*')(?<arr>\\[(?&ws)(?:(?&val)(?:,(?&ws)"
+        "(?&val))*)?\\])(?<pair>(?&ws)(?&str)(?&ws):(?&val))(?<obj>\\{(?&ws)"
+        "(?:(?&pair)(?:,(?&pair))*)?\\})(?<val>(?&ws)(?:(?&num)|(?&str)|(?&arr)"
+        "|"
+        "(?&obj)|true|false|null)(?&ws)))^(?&val)$"));
+
+TEST_F(HostilePattern, IsRefusedWhenItsCallsTakeForEverToFollow) {
+  for (std::size_t const groups : {25U, 40U, 400U}) {
+    EXPECT_EQ(-1, execute(quoted(callingGroups(groups)), "a\n").status);
+  }
 }
 
 }  // namespace

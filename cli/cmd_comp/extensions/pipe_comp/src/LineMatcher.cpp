@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <ctime>
 
+#include "GroupCalls.h"
 #include "PatternNesting.h"
 #include "PatternTraits.h"
 #include "StackLeft.h"
@@ -16,12 +17,10 @@
 //    beginnings of the line together stay within kLineSteps. This decides all
 //    but the pathological.
 // 2. Machine code from one beginning after the other, each with more steps,
-// until
-//    kLineTime of processor time is used up. This decides long lines, on which
-//    the first way is not tried.
+//    until kLineTime of processor time is used up. This decides long lines, on
+//    which the first way is not tried.
 // 3. Poco, which matches on the caller's stack, under limits that fit what is
-// left
-//    of it and keep all beginnings within kLineSteps.
+//    left of it and keep all beginnings within kLineSteps.
 //
 // A step is a place to which the library may come back. Repeated characters and
 // parts that are never come back to run through the line without a step; where
@@ -62,9 +61,9 @@ constexpr std::size_t kCompileStackPerLevel = 1024;
 constexpr std::size_t kMatchStack = 24 * 1024;  // bytes
 constexpr std::size_t kMatchStackPerLevel = 640;
 
-// Groups that call each other take a time to compile that may double with each
-// call.
-constexpr std::size_t kMostGroupCalls = 16;
+// What may be read of a pattern in order to follow the calls of groups in it
+// when it is compiled: that takes half a second.
+constexpr std::size_t kMostCallReach = 64 * 1024 * 1024;  // bytes
 
 // The whole match and 20 groups are what Poco has room for.
 constexpr int kPocoGroups = 20;
@@ -85,7 +84,7 @@ void checkNesting(std::string const& pattern) {
 
 std::string const& checked(std::string const& pattern) {
   checkNesting(pattern);
-  if (groupCalls(pattern) > kMostGroupCalls) {
+  if (callReach(pattern, kMostCallReach) == kMostCallReach) {
     throw Poco::RegularExpressionException("too many calls of groups");
   }
   return pattern;

@@ -11,13 +11,8 @@ namespace QorCliPipe {
 // without a parenthesis. Parentheses that are escaped, stand in a character
 // class or in a \Q...\E text are not groups; where a pattern is hard to read,
 // too many are counted rather than too few. Takes time proportional to the
-// pattern and constant stack.
+// pattern and constant stack. Any thread.
 std::size_t nestingBound(std::string_view pattern);
-
-// Returns how often a regular expression calls groups of its own, or itself, to
-// be matched again: a count of what looks like such a call. Time and stack as
-// above.
-std::size_t groupCalls(std::string_view pattern);
 
 }  // namespace QorCliPipe
 

@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+
+#include "GroupCalls.h"
+
+namespace qor_test {
+namespace {
+
+using QorCliPipe::callReach;
+
+constexpr std::size_t kNoLimit = 10'000'000;
+
+// What is read: the pattern's length, that of each group a call leads to, and
+// what these lead to in turn; times one more than parentheses are nested, those
+// of calls included.
+struct Reach {
+  char const* pattern;
+  std::size_t characters;
+};
+
+std::ostream& operator<<(std::ostream& out, Reach const& reach) {
+  return out << reach.pattern;
+}
+
+class CallReach : public testing::TestWithParam<Reach> {};
+
+TEST_P(CallReach, CountsTheGroupsThatAreCalled) {
+  EXPECT_EQ(GetParam().characters, callReach(GetParam().pattern, kNoLimit));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    WithoutCalls, CallReach,
+    testing::Values(Reach{"", 0}, Reach{"a", 0}, Reach{"(a)(b)\\1", 0},
+                    Reach{"(?-i)(?=a)(?!b)", 0}, Reach{"\\g{1}\\g1(a)", 0},
+                    Reach{"(?<n>a)\\k<n>(?P=n)", 0}, Reach{"\\(?1", 0},
+                    Reach{"[(?1)](a)", 0}, Reach{"\\Q(?1)\\E(a)", 0}));
+
+// Groups of different lengths, so that it shows which one is called.
+INSTANTIATE_TEST_SUITE_P(
+    FormsOfCalls, CallReach,
+    testing::Values(Reach{"(aa)(b)(?1)", (11 + 4) * 2},
+                    Reach{"(aa)(b)(?2)", (11 + 3) * 2},
+                    Reach{"(aa)(b)(?-1)", (12 + 3) * 2},
+                    Reach{"(aa)(b)(?-2)", (12 + 4) * 2},
+                    Reach{"(?+1)(aa)(b)", (12 + 4) * 2},
+                    Reach{"(?+2)(aa)(b)", (12 + 3) * 2},
+                    Reach{"(aa)(b)\\g<1>", (12 + 4) * 2},
+                    Reach{"(aa)(b)\\g'-1'", (13 + 3) * 2},
+                    Reach{"(aa)(?<n>b)(?&n)", (16 + 7) * 2},
+                    Reach{"(aa)(?P<n>b)(?P>n)", (18 + 8) * 2},
+                    Reach{"(aa)(?'n'b)\\g<n>", (16 + 7) * 2}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, CallReach,
+    testing::Values(Reach{"(?:aaa)(b)(?1)", (14 + 3) * 2},
+                    Reach{"(?=aaa)(b)(?1)", (14 + 3) * 2},
+                    Reach{"(?<=aaa)(b)(?1)", (15 + 3) * 2},
+                    Reach{"(*FAIL)(b)(?1)", (14 + 3) * 2},
+                    Reach{"(aa)?(?(1)b|c)(d)(?2)", (21 + 3) * 3},
+                    Reach{"\\(?(aa)(?1)", (11 + 4) * 2},
+                    Reach{"[(](b)(?1)", (10 + 3) * 2},
+                    Reach{"[^]()](b)(?1)", (13 + 3) * 2},
+                    Reach{"[[:alpha:](](b)(?1)", (19 + 3) * 2},
+                    Reach{"[\\](](b)(?1)", (12 + 3) * 2},
+                    Reach{"\\Q(\\E(b)(?1)", (12 + 3) * 2}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, CallReach,
+    testing::Values(Reach{"(a)(?1)(?1)", (11 + 3 + 3) * 2},
+                    Reach{"(a(?2))(b)(?1)", (14 + 3 + 7 + 3) * 3},
+                    Reach{"a(?R)?", 6 * 2}, Reach{"(a(?1)?)", (8 + 8) * 3},
+                    Reach{"((a)(?2))(?1)", (13 + 3 + 9 + 3) * 3},
+                    Reach{"(a(?2)?)(b(?1)?)", (16 + 8 + 8 + 8 + 8) * 3}));
+
+// Where the text may be misread, a call stands for the whole pattern, and for
+// the other calls in it.
+INSTANTIATE_TEST_SUITE_P(Unsure, CallReach,
+                         testing::Values(Reach{"(a)(?1)#", 8 * 2 * 3},
+                                         Reach{"(?|(a))(?1)", 11 * 2 * 4},
+                                         Reach{"(?<n>a)(?<n>b)(?&n)",
+                                               19 * 2 * 4},
+                                         Reach{"(a)[[.(.]](?1)", 14 * 2 * 4},
+                                         Reach{"(a)(?2)", 7 * 2 * 2},
+                                         Reach{"(a)(?1)(?2)#", 12 * 5 * 4}));
+
+TEST(CallReach, IsCountedUpToTheLimit) {
+  EXPECT_EQ(20U, callReach("(a)(?1)", kNoLimit));
+  EXPECT_EQ(20U, callReach("(a)(?1)", 21));
+  EXPECT_EQ(19U, callReach("(a)(?1)", 19));
+  EXPECT_EQ(0U, callReach("(a)(?1)", 0));
+}
+
+// Each of the groups calls the next one twice.
+TEST(CallReach, DoublesWithEachGroup) {
+  std::string pattern;
+  for (int group = 2; group <= 60; ++group) {
+    std::string const call = "(?" + std::to_string(group) + ")";
+    pattern += "(a?" + call + call + ")";
+  }
+  EXPECT_EQ(kNoLimit, callReach(pattern + "(a)", kNoLimit));
+}
+
+TEST(CallReach, OfManyCallsOfOneGroupGrowsWithTheirNumber) {
+  std::string pattern = "(a)";
+  for (int call = 0; call < 1000; ++call) pattern += "(?1)";
+  EXPECT_EQ((pattern.size() + 3000) * 2, callReach(pattern, kNoLimit));
+}
+
+}  // namespace
+}  // namespace qor_test
