@@ -306,6 +306,44 @@ TEST(LongLine, IsFoundAsTheShortOneIs) {
   }
 }
 
+// Where there is no machine code, for lack of it or because it finds something
+// else.
+TEST(LongLine, IsFoundWithoutMachineCode) {
+  for (std::size_t const length : {1000U, 30000U, 40000U, 200000U}) {
+    std::string const line = std::string(length, 'b') + std::string(50, 'a');
+    for (char const* pattern :
+         {"(*UTF8)a+c", "(*NO_START_OPT)a+c", "(*UTF8)(*UCP)ba+c$",
+          "(?<n>a)a+\\k<n>c", "(?:ba|a)?+a*c", "(?:(a)|x(?1)y)+c",
+          "(*UTF8)\xC3\xA4?a++c"}) {
+      LineMatcher matcher(pattern, false);
+      EXPECT_EQ(true, found(matcher, line + "c")) << pattern << ' ' << length;
+      EXPECT_EQ(false, found(matcher, line + "d")) << pattern << ' ' << length;
+    }
+  }
+}
+
+// A match begins between characters, and never in one.
+TEST(LongLine, InUtf8IsSearchedCharacterByCharacter) {
+  std::string line;
+  while (line.size() < 100000) line += "\xE2\x82\xAC";
+  for (char const* pattern : {"(*UTF8)a*\\x{20ac}b", "(*UTF8)x?+..b$",
+                              "(*UTF8)(?:\\x{ac}|\\x{20ac}b)+"}) {
+    LineMatcher matcher(pattern, false);
+    EXPECT_EQ(true, found(matcher, line + "b")) << pattern;
+    EXPECT_EQ(false, found(matcher, line + "c")) << pattern;
+  }
+}
+
+// Poco tries the beginning of the line only.
+TEST(LongLine, MayHaveOneBeginningOnly) {
+  std::string const line = "A" + std::string(100000, 'x') + "b";
+  for (char const* pattern : {"(?=.*).b", "(*UTF8)(?=.*).b", "(*UTF8)^.b"}) {
+    LineMatcher matcher(pattern, false);
+    EXPECT_EQ(false, found(matcher, line)) << pattern;
+    EXPECT_EQ(true, found(matcher, "xb" + line)) << pattern;
+  }
+}
+
 TEST(LongLine, ThatIsNotInUtf8IsGivenUpOn) {
   LineMatcher matcher("(*UTF8)a", false);
   EXPECT_FALSE(found(matcher, "a\xFF").has_value());

@@ -26,21 +26,35 @@ class JitExpression {
 
   static constexpr std::size_t kMatchStackLimit = std::size_t{64} << 20;
 
+  // Where match() looks for a match.
+  enum class Beginning {
+    kAnywhere,  // from the place it is given on
+    kHere,      // at that place only
+  };
+
+  // What the library says of a pattern.
+  struct Traits {
+    std::size_t groups;  // capturing ones
+    bool isUtf8;         // lines are taken for UTF-8
+    bool oneBeginning;   // matches are looked for at the line's beginning only
+  };
+
   // Compiles `pattern`. When that does not work out, every line is undecided.
-  JitExpression(std::string const& pattern, bool ignoreCase);
+  JitExpression(std::string const& pattern, bool ignoreCase,
+                Beginning beginning);
   ~JitExpression();
 
   // Whether there is machine code.
   bool isUsable() const;
 
-  // Looks for the first match in `line` that begins at `start` or behind it, at
-  // most line.size(). Gives up when more than `stepLimit` backtracking points
+  // Looks for the first match in `line`, at `start` or from there on; at most
+  // line.size(). Gives up when more than `stepLimit` backtracking points
   // have to be tried from one beginning.
   Answer match(std::string_view line, std::size_t start,
                std::uint32_t stepLimit) const;
 
-  // The number of capturing groups of a pattern; 0 when it cannot be compiled.
-  static int groups(std::string const& pattern);
+  // All 0 and false when the pattern cannot be compiled.
+  static Traits traits(std::string const& pattern, bool ignoreCase);
 
  private:
   struct Code;

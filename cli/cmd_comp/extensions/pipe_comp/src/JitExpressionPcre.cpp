@@ -21,38 +21,66 @@ struct FreeStack {
   void operator()(pcre_jit_stack* stack) const { pcre_jit_stack_free(stack); }
 };
 
+using Pattern = std::unique_ptr<pcre, FreePattern>;
+
+// Null when the pattern cannot be compiled.
+Pattern compiled(std::string const& pattern, int options) {
+  char const* error = nullptr;
+  int errorOffset = 0;
+  return Pattern(
+      pcre_compile(pattern.c_str(), options, &error, &errorOffset, nullptr));
+}
+
+template <typename Value>
+Value info(pcre const* pattern, pcre_extra const* study, int what) {
+  Value value{};
+  pcre_fullinfo(pattern, study, what, &value);
+  return value;
+}
+
+bool hasOption(Pattern const& pattern, unsigned long option) {
+  return (info<unsigned long>(pattern.get(), nullptr, PCRE_INFO_OPTIONS) &
+          option) != 0;
+}
+
+// A line has only one beginning of a line.
+bool hasOneBeginning(Pattern const& pattern) {
+  constexpr int kBeginningsOfLines = 2;
+  return hasOption(pattern, PCRE_ANCHORED) ||
+         info<int>(pattern.get(), nullptr, PCRE_INFO_FIRSTCHARACTERFLAGS) ==
+             kBeginningsOfLines;
+}
+
+int compileOptions(bool ignoreCase) { return ignoreCase ? PCRE_CASELESS : 0; }
+
 }  // namespace
 
 struct JitExpression::Code {
-  std::unique_ptr<pcre, FreePattern> pattern;
+  Pattern pattern;
   std::unique_ptr<pcre_extra, FreeStudy> study;
   std::unique_ptr<pcre_jit_stack, FreeStack> stack;
-
-  int info(int what) const {
-    int value = 0;
-    pcre_fullinfo(pattern.get(), study.get(), what, &value);
-    return value;
-  }
-
-  // The machine code takes a line in a UTF mode on trust; Poco checks it.
-  bool inUtfMode() const {
-    unsigned long options = 0;
-    pcre_fullinfo(pattern.get(), nullptr, PCRE_INFO_OPTIONS, &options);
-    return (options & PCRE_UTF8) != 0;
-  }
 };
 
-JitExpression::JitExpression(std::string const& pattern, bool ignoreCase)
+// The machine code takes a line in a UTF mode on trust, which Poco checks. And
+// unlike Poco's matching, it may look behind the line's beginning for a match
+// that the library says begins there.
+JitExpression::JitExpression(std::string const& pattern, bool ignoreCase,
+                             Beginning beginning)
     : code_(std::make_unique<Code>()) {
+  int const options = compileOptions(ignoreCase);
+  code_->pattern = compiled(pattern, options);
+  if (!code_->pattern || hasOption(code_->pattern, PCRE_UTF8)) return;
+  if (beginning == Beginning::kHere || hasOneBeginning(code_->pattern)) {
+    code_->pattern = compiled(pattern, options | PCRE_ANCHORED);
+    if (!code_->pattern) return;
+  }
   char const* error = nullptr;
-  int errorOffset = 0;
-  code_->pattern.reset(pcre_compile(pattern.c_str(),
-                                    ignoreCase ? PCRE_CASELESS : 0, &error,
-                                    &errorOffset, nullptr));
-  if (!code_->pattern || code_->inUtfMode()) return;
   code_->study.reset(
       pcre_study(code_->pattern.get(), PCRE_STUDY_JIT_COMPILE, &error));
-  if (!code_->study || code_->info(PCRE_INFO_JIT) == 0) return;
+  if (!code_->study ||
+      info<int>(code_->pattern.get(), code_->study.get(), PCRE_INFO_JIT) == 0) {
+    return;
+  }
   code_->stack.reset(pcre_jit_stack_alloc(kFirstMatchStack,
                                           static_cast<int>(kMatchStackLimit)));
 }
@@ -82,14 +110,13 @@ JitExpression::Answer JitExpression::match(std::string_view line,
   return offsets[0] == offsets[1] ? Answer::kEmptyMatch : Answer::kMatch;
 }
 
-int JitExpression::groups(std::string const& pattern) {
-  char const* error = nullptr;
-  int value = 0;
-  std::unique_ptr<pcre, FreePattern> const compiled(
-      pcre_compile(pattern.c_str(), 0, &error, &value, nullptr));
-  if (!compiled) return 0;
-  pcre_fullinfo(compiled.get(), nullptr, PCRE_INFO_CAPTURECOUNT, &value);
-  return value;
+JitExpression::Traits JitExpression::traits(std::string const& pattern,
+                                            bool ignoreCase) {
+  Pattern const code = compiled(pattern, compileOptions(ignoreCase));
+  if (!code) return {};
+  int const groups = info<int>(code.get(), nullptr, PCRE_INFO_CAPTURECOUNT);
+  return {static_cast<std::size_t>(groups), hasOption(code, PCRE_UTF8),
+          hasOneBeginning(code)};
 }
 
 }  // namespace QorCliPipe

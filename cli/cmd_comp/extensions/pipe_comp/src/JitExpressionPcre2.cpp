@@ -21,43 +21,65 @@ struct Free {
 template <class T>
 using Owned = std::unique_ptr<T, Free>;
 
+using Pattern = Owned<pcre2_code>;
+
+// Null when the pattern cannot be compiled.
+Pattern compiled(std::string const& pattern, std::uint32_t options) {
+  int error = 0;
+  PCRE2_SIZE errorOffset = 0;
+  return Pattern(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.c_str()),
+                               pattern.size(), options, &error, &errorOffset,
+                               nullptr));
+}
+
+template <typename Value>
+Value info(Pattern const& pattern, std::uint32_t what) {
+  Value value{};
+  pcre2_pattern_info(pattern.get(), what, &value);
+  return value;
+}
+
+bool hasOption(Pattern const& pattern, std::uint32_t option) {
+  return (info<std::uint32_t>(pattern, PCRE2_INFO_ALLOPTIONS) & option) != 0;
+}
+
+// A line has only one beginning of a line.
+bool hasOneBeginning(Pattern const& pattern) {
+  constexpr std::uint32_t kBeginningsOfLines = 2;
+  return hasOption(pattern, PCRE2_ANCHORED) ||
+         info<std::uint32_t>(pattern, PCRE2_INFO_FIRSTCODETYPE) ==
+             kBeginningsOfLines;
+}
+
+std::uint32_t compileOptions(bool ignoreCase) {
+  return ignoreCase ? PCRE2_CASELESS : 0U;
+}
+
 }  // namespace
 
 struct JitExpression::Code {
-  Owned<pcre2_code> pattern;
+  Pattern pattern;
   Owned<pcre2_match_data> data;
   Owned<pcre2_jit_stack> stack;
   Owned<pcre2_match_context> context;
   bool usable = false;
-
-  std::uint32_t info(std::uint32_t what) const {
-    std::uint32_t value = 0;
-    pcre2_pattern_info(pattern.get(), what, &value);
-    return value;
-  }
-
-  // The machine code takes a line in a UTF mode on trust; Poco checks it.
-  bool inUtfMode() const {
-    return (info(PCRE2_INFO_ALLOPTIONS) & PCRE2_UTF) != 0;
-  }
-
-  bool hasMachineCode() const {
-    std::size_t size = 0;
-    pcre2_pattern_info(pattern.get(), PCRE2_INFO_JITSIZE, &size);
-    return size != 0;
-  }
 };
 
-JitExpression::JitExpression(std::string const& pattern, bool ignoreCase)
+// The machine code takes a line in a UTF mode on trust, which Poco checks. And
+// unlike Poco's matching, it may look behind the line's beginning for a match
+// that the library says begins there.
+JitExpression::JitExpression(std::string const& pattern, bool ignoreCase,
+                             Beginning beginning)
     : code_(std::make_unique<Code>()) {
-  int error = 0;
-  PCRE2_SIZE errorOffset = 0;
-  code_->pattern.reset(pcre2_compile(
-      reinterpret_cast<PCRE2_SPTR>(pattern.c_str()), pattern.size(),
-      ignoreCase ? PCRE2_CASELESS : 0U, &error, &errorOffset, nullptr));
-  if (!code_->pattern || code_->inUtfMode()) return;
+  std::uint32_t const options = compileOptions(ignoreCase);
+  code_->pattern = compiled(pattern, options);
+  if (!code_->pattern || hasOption(code_->pattern, PCRE2_UTF)) return;
+  if (beginning == Beginning::kHere || hasOneBeginning(code_->pattern)) {
+    code_->pattern = compiled(pattern, options | PCRE2_ANCHORED);
+    if (!code_->pattern) return;
+  }
   if (pcre2_jit_compile(code_->pattern.get(), PCRE2_JIT_COMPLETE) != 0 ||
-      !code_->hasMachineCode()) {
+      info<std::size_t>(code_->pattern, PCRE2_INFO_JITSIZE) == 0) {
     return;
   }
   code_->data.reset(pcre2_match_data_create(kOffsetPairs, nullptr));
@@ -91,16 +113,12 @@ JitExpression::Answer JitExpression::match(std::string_view line,
   return offsets[0] == end ? Answer::kEmptyMatch : Answer::kMatch;
 }
 
-int JitExpression::groups(std::string const& pattern) {
-  int error = 0;
-  PCRE2_SIZE offset = 0;
-  Owned<pcre2_code> const compiled(
-      pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.c_str()),
-                    pattern.size(), 0, &error, &offset, nullptr));
-  if (!compiled) return 0;
-  std::uint32_t groups = 0;
-  pcre2_pattern_info(compiled.get(), PCRE2_INFO_CAPTURECOUNT, &groups);
-  return static_cast<int>(groups);
+JitExpression::Traits JitExpression::traits(std::string const& pattern,
+                                            bool ignoreCase) {
+  Pattern const code = compiled(pattern, compileOptions(ignoreCase));
+  if (!code) return {};
+  return {info<std::uint32_t>(code, PCRE2_INFO_CAPTURECOUNT),
+          hasOption(code, PCRE2_UTF), hasOneBeginning(code)};
 }
 
 }  // namespace QorCliPipe

@@ -5,12 +5,11 @@
 #include <algorithm>
 #include <ctime>
 
+#include "CompileStack.h"
 #include "GroupCalls.h"
-#include "PatternNesting.h"
 #include "PatternTraits.h"
-#include "StackLeft.h"
 
-// A line is decided by the first of three ways that does not give up:
+// A line is decided by the first of these ways that does not give up:
 //
 // 1. Machine code over the whole line. The library limits the steps from one
 //    beginning of a match only, so the limit is set such that all the
@@ -19,17 +18,19 @@
 // 2. Machine code from one beginning after the other, each with more steps,
 //    until kLineTime of processor time is used up. This decides long lines, on
 //    which the first way is not tried.
-// 3. Poco, which matches on the caller's stack, under limits that fit what is
-//    left of it and keep all beginnings within kLineSteps.
+// 3. Poco over the whole line, under limits of the same kind.
+// 4. Poco from one beginning after the other, as above, where there is no
+//    machine code.
 //
 // A step is a place to which the library may come back. Repeated characters and
 // parts that are never come back to run through the line without a step; where
 // a pattern has any, a step is taken to cost as much as the whole line, and
-// long lines are left to the second way alone, whose clock sees all work.
+// long lines are left to the ways whose clock sees all work.
 
 namespace QorCliPipe {
 namespace {
 
+using Answer = JitExpression::Answer;
 using Poco::RegularExpression;
 
 // Steps that may be spent on one line, and on one beginning in it: where steps
@@ -52,48 +53,20 @@ constexpr std::size_t kLongLine = 32 * 1024;  // bytes
 constexpr double kLineTime = 1.0;  // seconds
 constexpr std::size_t kStartsPerLook = 16;
 
-// What compiling takes of the stack, measured and rounded up generously: so
-// much for any pattern, and so much for each level of nesting.
-constexpr std::size_t kCompileStack = 24 * 1024;  // bytes
-constexpr std::size_t kCompileStackPerLevel = 1024;
-
-// What Poco's matching takes, likewise, for each level of its recursion.
-constexpr std::size_t kMatchStack = 24 * 1024;  // bytes
-constexpr std::size_t kMatchStackPerLevel = 640;
-
 // What may be read of a pattern in order to follow the calls of groups in it
 // when it is compiled: that takes half a second.
 constexpr std::size_t kMostCallReach = 64 * 1024 * 1024;  // bytes
-
-// The whole match and 20 groups are what Poco has room for.
-constexpr int kPocoGroups = 20;
 
 int pocoOptions(bool ignoreCase) {
   return ignoreCase ? RegularExpression::RE_CASELESS : 0;
 }
 
-// To be called wherever a pattern is compiled: the stack may be another one
-// each time.
-void checkNesting(std::string const& pattern) {
-  std::size_t const left = stackLeft();
-  if (left < kCompileStack ||
-      nestingBound(pattern) > (left - kCompileStack) / kCompileStackPerLevel) {
-    throw Poco::RegularExpressionException("pattern too deeply nested");
-  }
-}
-
 std::string const& checked(std::string const& pattern) {
-  checkNesting(pattern);
+  checkCompileStack(pattern);
   if (callReach(pattern, kMostCallReach) == kMostCallReach) {
     throw Poco::RegularExpressionException("too many calls of groups");
   }
   return pattern;
-}
-
-// How many levels of recursion Poco's matching can afford.
-std::size_t affordableRecursion() {
-  std::size_t const left = stackLeft();
-  return left < kMatchStack ? 0 : (left - kMatchStack) / kMatchStackPerLevel;
 }
 
 // A power of two, so that lines of similar length have the same.
@@ -110,92 +83,97 @@ double processorSeconds() {
          1e-9 * static_cast<double>(now.tv_nsec);
 }
 
+// attempt(steps) looks for a match from one beginning: with more steps when
+// they were too few, as long as the time that the last ones took, from `begin`
+// on, says that there is time for more before `end`.
+template <typename Attempt>
+Answer tryStart(std::size_t steps, double begin, double end, Attempt attempt) {
+  while (true) {
+    Answer const answer = attempt(roundedSteps(steps));
+    if (answer != Answer::kUndecided || steps >= kStepsFromOneStart) {
+      return answer;
+    }
+    double const now = processorSeconds();
+    if (now + (now - begin) * kMoreSteps > end) return Answer::kUndecided;
+    begin = now;
+    steps *= kMoreSteps;
+  }
+}
+
+// attempt(start, steps) looks for a match from `start`.
+template <typename Attempt>
+Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
+  double now = processorSeconds();
+  double const end = now + kLineTime;
+  for (std::size_t start = 0; start < starts; ++start) {
+    if (start % kStartsPerLook == 0) now = processorSeconds();
+    if (now > end) return Answer::kUndecided;
+    Answer const answer = tryStart(steps, now, end, [&](std::uint32_t more) {
+      return attempt(start, more);
+    });
+    if (answer != Answer::kNoMatch) return answer;
+  }
+  return Answer::kNoMatch;
+}
+
 }  // namespace
 
 LineMatcher::LineMatcher(std::string const& pattern, bool ignoreCase)
     : pattern_(checked(pattern)),
       ignoreCase_(ignoreCase),
       longSteps_(stepsMayBeLong(pattern)),
-      oneBeginning_(hasOneBeginning(pattern)),
+      independentStarts_(beginningsAreIndependent(pattern)),
       expression_(pattern, pocoOptions(ignoreCase), true) {
-  if (machineCodeAgrees(pattern)) jit_.emplace(pattern, ignoreCase);
+  if (machineCodeAgrees(pattern)) {
+    jit_.emplace(pattern, ignoreCase, JitExpression::Beginning::kAnywhere);
+    if (!jit_->isUsable()) jit_.reset();
+  }
 }
 
 bool LineMatcher::matches(std::string_view line) {
-  bool const isLong = line.size() > kLongLine;
-  Answer answer = isLong ? Answer::kUndecided : matchAtOnce(line);
-  if (answer == Answer::kUndecided) answer = matchStartByStart(line);
-  if (answer != Answer::kUndecided) return answer == Answer::kMatch;
-  if (isLong && longSteps_) {
-    throw Poco::RegularExpressionException("line too long for the pattern");
+  Answer answer = jit_ ? matchInMachineCode(line) : Answer::kUndecided;
+  if (answer == Answer::kUndecided) answer = matchWithPoco(line);
+  if (answer == Answer::kUndecided) {
+    throw Poco::RegularExpressionException("matching was given up");
   }
-  return matchWithPoco(line);
+  return answer == Answer::kMatch;
 }
 
-LineMatcher::Answer LineMatcher::matchAtOnce(std::string_view line) const {
-  if (!jit_) return Answer::kUndecided;
-  return jit_->match(line, 0, stepsFromEachStart(line, line.size()));
-}
-
-LineMatcher::Answer LineMatcher::matchStartByStart(std::string_view line) {
-  if (!jit_ || !jit_->isUsable() || !canBeAnchored(pattern_)) {
-    return Answer::kUndecided;
-  }
+Answer LineMatcher::matchInMachineCode(std::string_view line) {
+  Answer const answer =
+      line.size() > kLongLine
+          ? Answer::kUndecided
+          : jit_->match(line, 0, stepsFromEachStart(line, line.size()));
+  if (answer != Answer::kUndecided || !independentStarts_) return answer;
   if (!anchored_) {
-    checkNesting(pattern_);
-    anchored_.emplace("\\G(?:" + pattern_ + ")", ignoreCase_);
+    checkCompileStack(pattern_);
+    anchored_.emplace(pattern_, ignoreCase_, JitExpression::Beginning::kHere);
   }
-  double const end = processorSeconds() + kLineTime;
-  for (std::size_t start = 0; start <= line.size(); ++start) {
-    Answer const answer = matchFrom(line, start, end);
-    if (answer != Answer::kNoMatch || oneBeginning_) return answer;
-    if (start % kStartsPerLook == 0 && processorSeconds() > end) {
-      return Answer::kUndecided;
-    }
-  }
-  return Answer::kNoMatch;
+  return tryStarts(starts(line), stepsFromOneStart(line.size()),
+                   [&](std::size_t start, std::uint32_t steps) {
+                     return anchored_->match(line, start, steps);
+                   });
 }
 
-// With few steps at first where each may be long, and more as long as what they
-// took says that there is time for them.
-LineMatcher::Answer LineMatcher::matchFrom(std::string_view line,
-                                           std::size_t start,
-                                           double end) const {
-  std::size_t steps =
-      longSteps_ ? kBytesFromOneStart / (line.size() + 1) : kStepsFromOneStart;
-  while (true) {
-    double const begin = longSteps_ ? processorSeconds() : 0;
-    Answer const answer = anchored_->match(line, start, roundedSteps(steps));
-    if (answer != Answer::kUndecided || steps >= kStepsFromOneStart) {
-      return answer;
-    }
-    double const now = processorSeconds();
-    if (now + (now - begin) * kMoreSteps > end) return Answer::kUndecided;
-    steps *= kMoreSteps;
+Answer LineMatcher::matchWithPoco(std::string_view line) {
+  if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits());
+  poco_->setLine(line);
+  std::size_t const cost = line.size() / kPocoAdvantage;
+  Answer const answer = line.size() > kLongLine && longSteps_
+                            ? Answer::kUndecided
+                            : poco_->search(stepsFromEachStart(line, cost));
+  if (answer != Answer::kUndecided || jit_ || !independentStarts_) {
+    return answer;
   }
+  return tryStarts(starts(line), stepsFromOneStart(cost),
+                   [&](std::size_t start, std::uint32_t steps) {
+                     return poco_->matchAt(start, steps);
+                   });
 }
 
-// Poco has no parameters for the limits, but a pattern can set its own. Where
-// it has more groups than Poco can report, they do without capturing; a pattern
-// that refers back to them gives up on the line.
-bool LineMatcher::matchWithPoco(std::string_view line) {
-  std::string const limits =
-      "(*LIMIT_RECURSION=" + std::to_string(affordableRecursion()) +
-      ")(*LIMIT_MATCH=" +
-      std::to_string(stepsFromEachStart(line, line.size() / kPocoAdvantage)) +
-      ")";
-  if (!limited_ || limits != limits_) {
-    checkNesting(pattern_);
-    bool const tooMany = JitExpression::groups(pattern_) > kPocoGroups;
-    limits_ = limits;
-    limited_.emplace(limits + pattern_,
-                     pocoOptions(ignoreCase_) |
-                         (tooMany ? RegularExpression::RE_NO_AUTO_CAPTURE : 0),
-                     true);
-  }
-  std::string matched;
-  limited_->extract(std::string(line), matched, 0);
-  return !matched.empty();
+// How many places there are where a match may begin.
+std::size_t LineMatcher::starts(std::string_view line) {
+  return traits().oneBeginning ? 1 : line.size() + 1;
 }
 
 // How many steps from each beginning keep all of them within the line's, when a
@@ -204,6 +182,19 @@ std::uint32_t LineMatcher::stepsFromEachStart(std::string_view line,
                                               std::size_t stepCost) const {
   std::size_t const cost = longSteps_ ? std::max<std::size_t>(stepCost, 1) : 1;
   return roundedSteps(kLineSteps / (line.size() + 1) / cost);
+}
+
+// How many steps are tried at first from one beginning.
+std::size_t LineMatcher::stepsFromOneStart(std::size_t stepCost) const {
+  return longSteps_ ? kBytesFromOneStart / (stepCost + 1) : kStepsFromOneStart;
+}
+
+JitExpression::Traits const& LineMatcher::traits() {
+  if (!traits_) {
+    checkCompileStack(pattern_);
+    traits_ = JitExpression::traits(pattern_, ignoreCase_);
+  }
+  return *traits_;
 }
 
 }  // namespace QorCliPipe

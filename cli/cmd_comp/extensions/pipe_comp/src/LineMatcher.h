@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "JitExpression.h"
+#include "PocoSearch.h"
 
 namespace QorCliPipe {
 
@@ -38,26 +39,26 @@ class LineMatcher {
  private:
   using Answer = JitExpression::Answer;
 
-  Answer matchAtOnce(std::string_view line) const;
-  Answer matchStartByStart(std::string_view line);
-  Answer matchFrom(std::string_view line, std::size_t start, double end) const;
-  bool matchWithPoco(std::string_view line);
+  Answer matchInMachineCode(std::string_view line);
+  Answer matchWithPoco(std::string_view line);
   std::uint32_t stepsFromEachStart(std::string_view line,
                                    std::size_t stepCost) const;
+  std::size_t stepsFromOneStart(std::size_t stepCost) const;
+  std::size_t starts(std::string_view line);
+  JitExpression::Traits const& traits();
 
   std::string pattern_;
   bool ignoreCase_;
   bool longSteps_;
-  bool oneBeginning_;
+  bool independentStarts_;
   Poco::RegularExpression expression_;
-  // In machine code: the expression, unless Poco finds something else; the same
-  // bound to the place where matching begins, made for the first line that
-  // needs it.
+  // In machine code: the expression, unless Poco finds something else.
   std::optional<JitExpression> jit_;
+  // Made for the first line that needs them; `anchored_` is machine code for
+  // one beginning of a match.
   std::optional<JitExpression> anchored_;
-  // For Poco, under the limits of the last line that came to it.
-  std::optional<Poco::RegularExpression> limited_;
-  std::string limits_;
+  std::optional<PocoSearch> poco_;
+  std::optional<JitExpression::Traits> traits_;
 };
 
 }  // namespace QorCliPipe

@@ -55,11 +55,24 @@ bool repeatsCharacters(std::string_view pattern) {
   return hasAny(pattern, {",}"});
 }
 
+// The pattern behind the options that say nothing of where a match begins.
+std::string_view withoutHarmlessOptions(std::string_view pattern) {
+  Marks const options = {"(*UTF8)", "(*UTF)", "(*UCP)", "(*NO_START_OPT)"};
+  while (true) {
+    auto const option = std::find_if(
+        options.begin(), options.end(), [&](std::string_view text) {
+          return pattern.substr(0, text.size()) == text;
+        });
+    if (option == options.end()) return pattern;
+    pattern.remove_prefix(option->size());
+  }
+}
+
 }  // namespace
 
 bool machineCodeAgrees(std::string_view pattern) {
   return !hasAny(pattern, {"(*", ")?+", ")*+", ")++", "}+", "\\k", "(?P="}) &&
-         !hasLongGroup(pattern, "(?=") && !refersToGroups(pattern) &&
+         !refersToGroups(pattern) &&
          !(hasLongGroup(pattern, "(?>") && hasEmptyAlternative(pattern));
 }
 
@@ -71,14 +84,8 @@ bool stepsMayBeLong(std::string_view pattern) {
          hasLongGroup(pattern, "(?<!");
 }
 
-bool canBeAnchored(std::string_view pattern) {
-  return !hasAny(pattern, {"(*", "\\G", "(?R", "(?0", "(?+0", "(?-0", "\\g"});
-}
-
-bool hasOneBeginning(std::string_view pattern) {
-  if (hasAny(pattern, {"|", "(*"})) return false;
-  return pattern.substr(0, 1) == "^" ||
-         (pattern.substr(0, 2) == ".*" && pattern.substr(0, 3) != ".*+");
+bool beginningsAreIndependent(std::string_view pattern) {
+  return !hasAny(withoutHarmlessOptions(pattern), {"(*", "\\G"});
 }
 
 }  // namespace QorCliPipe

@@ -11,8 +11,7 @@ namespace QorCliPipe {
 
 // Whether machine code is not known to find something else than Poco's
 // matching: as it is with verbs, possessive groups, references to groups by
-// name or to be matched again, long looks ahead and
-// atomic groups with empty alternatives.
+// name, groups to be matched again, and atomic groups with empty alternatives.
 bool machineCodeAgrees(std::string_view pattern);
 
 // Whether the library may look at much of a line within one step of
@@ -20,14 +19,10 @@ bool machineCodeAgrees(std::string_view pattern);
 // looks around, conditions, and references to groups.
 bool stepsMayBeLong(std::string_view pattern);
 
-// Whether "\G(?:pattern)" means the pattern, bound to the place where matching
-// begins: not when the pattern must stand first, or refers to that place or to
-// itself.
-bool canBeAnchored(std::string_view pattern);
-
-// Whether a match of the pattern, if there is one in a line, can begin at the
-// line's first byte.
-bool hasOneBeginning(std::string_view pattern);
+// Whether the first match in a line is the one at the first of all beginnings
+// at which there is one: not when the pattern says where to begin again, or
+// what a line's end is, or refers to the place where matching begins.
+bool beginningsAreIndependent(std::string_view pattern);
 
 }  // namespace QorCliPipe
 

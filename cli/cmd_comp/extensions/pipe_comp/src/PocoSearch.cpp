@@ -1,0 +1,99 @@
+#include "PocoSearch.h"
+
+#include <Poco/Exception.h>
+
+#include <utility>
+
+#include "CompileStack.h"
+#include "StackLeft.h"
+
+namespace QorCliPipe {
+namespace {
+
+using Poco::RegularExpression;
+
+// What matching takes of the stack, measured and rounded up generously: so much
+// for any pattern, and so much for each level of its recursion.
+constexpr std::size_t kMatchStack = 24 * 1024;  // bytes
+constexpr std::size_t kMatchStackPerLevel = 640;
+
+// The whole match and 20 groups are what Poco has room for.
+constexpr std::size_t kPocoGroups = 20;
+
+// How many levels of recursion the stack that is left can take.
+std::size_t affordableRecursion() {
+  std::size_t const left = stackLeft();
+  return left < kMatchStack ? 0 : (left - kMatchStack) / kMatchStackPerLevel;
+}
+
+// Where a pattern has more groups than Poco can report, they do without
+// capturing; a pattern that refers back to them gives up.
+int pocoOptions(JitExpression::Traits const& traits, bool ignoreCase) {
+  return (ignoreCase ? RegularExpression::RE_CASELESS : 0) |
+         (traits.groups > kPocoGroups ? RegularExpression::RE_NO_AUTO_CAPTURE
+                                      : 0);
+}
+
+bool continuesCharacter(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+}  // namespace
+
+PocoSearch::PocoSearch(std::string const& pattern, bool ignoreCase,
+                       JitExpression::Traits const& traits)
+    : pattern_(pattern),
+      options_(pocoOptions(traits, ignoreCase)),
+      isUtf8_(traits.isUtf8) {}
+
+void PocoSearch::setLine(std::string_view line) {
+  line_ = line;
+  isLineChecked_ = false;
+  recursion_ = affordableRecursion();
+}
+
+PocoSearch::Answer PocoSearch::search(std::uint32_t stepLimit) {
+  return match(0, stepLimit, 0);
+}
+
+PocoSearch::Answer PocoSearch::matchAt(std::size_t start,
+                                       std::uint32_t stepLimit) {
+  if (isUtf8_ && start < line_.size() && continuesCharacter(line_[start])) {
+    return Answer::kNoMatch;
+  }
+  int const check = isLineChecked_ ? RegularExpression::RE_NO_UTF8_CHECK : 0;
+  Answer const answer =
+      match(start, stepLimit, RegularExpression::RE_ANCHORED | check);
+  isLineChecked_ = isLineChecked_ || answer != Answer::kUndecided;
+  return answer;
+}
+
+// A match may be made to begin behind its end; Poco takes the rest of the line
+// for its text then.
+PocoSearch::Answer PocoSearch::match(std::size_t start, std::uint32_t stepLimit,
+                                     int options) {
+  try {
+    RegularExpression::Match match;
+    if (limited(stepLimit).match(line_, start, match, options) == 0) {
+      return Answer::kNoMatch;
+    }
+    bool const isEmpty = match.length == 0 || match.offset == line_.size();
+    return isEmpty ? Answer::kEmptyMatch : Answer::kMatch;
+  } catch (Poco::RegularExpressionException const&) {
+    return Answer::kUndecided;
+  }
+}
+
+// Poco has no parameters for the limits, but a pattern can set its own.
+RegularExpression& PocoSearch::limited(std::uint32_t stepLimit) {
+  std::string limits = "(*LIMIT_RECURSION=" + std::to_string(recursion_) +
+                       ")(*LIMIT_MATCH=" + std::to_string(stepLimit) + ")";
+  if (!limited_ || limits != limits_) {
+    checkCompileStack(pattern_);
+    limited_.emplace(limits + pattern_, options_, true);
+    limits_ = std::move(limits);
+  }
+  return *limited_;
+}
+
+}  // namespace QorCliPipe

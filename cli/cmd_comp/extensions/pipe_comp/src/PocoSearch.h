@@ -1,0 +1,56 @@
+#ifndef QOR_CLI_POCO_SEARCH_H
+#define QOR_CLI_POCO_SEARCH_H
+
+#include <Poco/RegularExpression.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "JitExpression.h"
+
+namespace QorCliPipe {
+
+// Looks for a match with Poco, which matches on the caller's stack: under
+// limits on its steps, and on its recursion such that it fits the stack that is
+// left. Used by one thread at a time.
+class PocoSearch {
+ public:
+  using Answer = JitExpression::Answer;
+
+  // `pattern` is one that Poco accepts, `traits` what the library says of it.
+  PocoSearch(std::string const& pattern, bool ignoreCase,
+             JitExpression::Traits const& traits);
+
+  // Takes a copy of the line that the other two look at, and a look at the
+  // stack that is left to the caller of all three.
+  void setLine(std::string_view line);
+
+  // Looks for the first match. Undecided when more than `stepLimit` steps would
+  // be needed from one beginning, or too deep a recursion, or when the line is
+  // not in the UTF-8 that the pattern wants.
+  Answer search(std::uint32_t stepLimit);
+
+  // As search, for a match that begins at `start`, at most the line's length.
+  Answer matchAt(std::size_t start, std::uint32_t stepLimit);
+
+ private:
+  Answer match(std::size_t start, std::uint32_t stepLimit, int options);
+  Poco::RegularExpression& limited(std::uint32_t stepLimit);
+
+  std::string pattern_;
+  int options_;
+  bool isUtf8_;
+  std::string line_;
+  bool isLineChecked_ = false;
+  std::size_t recursion_ = 0;
+  // The expression under the limits it was last used with.
+  std::optional<Poco::RegularExpression> limited_;
+  std::string limits_;
+};
+
+}  // namespace QorCliPipe
+
+#endif
