@@ -16,6 +16,7 @@ namespace qor_test {
 namespace {
 
 using testing::AllOf;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -131,13 +132,15 @@ TEST_F(Log, ASuccessfulRunWritesNothingAtLevel7) {
 }
 
 TEST_F(Log, StopTracesItsReason) {
-  EXPECT_THAT(logOf("8",
-                    [] {
-                      withComponent([](auto const& component, auto const&) {
-                        component.stop(5);
-                      });
-                    }),
-              HasSubstr(" stop:  >> Reason: 5\n"));
+  EXPECT_THAT(
+      logOf("8",
+            [] {
+              withComponent([](auto const& component, auto const&) {
+                component.stop(5);
+              });
+            }),
+      ContainsRegex("\nlevel 9 cli PipeCmdComp\\.cpp:[0-9]+ stop:  >> Reason: "
+                    "5\nlevel 10 cli PipeCmdComp\\.cpp:[0-9]+ stop:  << 0\n"));
 }
 
 TEST_F(Log, OtherActionsTraceTheirCountAndDoNothing) {

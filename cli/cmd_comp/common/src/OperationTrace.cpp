@@ -1,68 +1,66 @@
 #include "OperationTrace.h"
 
+#include <charconv>
+#include <limits>
+
 namespace QorCliUtilities {
 namespace {
 
 constexpr unsigned kTraceThreshold = 7;
-constexpr unsigned kEntryLevel = 9;
-constexpr unsigned kExitLevel = 10;
+
+// The level in force; 0 when there is no memory to create the facade.
+unsigned levelInForce() noexcept {
+  try {
+    return Qor::LoggingWrapper::instance().get_level();
+  } catch (std::exception const&) {
+    return 0;
+  }
+}
 
 }  // namespace
 
-bool errorLogWanted() {
-  return Qor::LoggingWrapper::instance().get_level() >= kErrorSeverity;
+bool errorLogWanted() noexcept { return levelInForce() >= kErrorSeverity; }
+
+bool traceWanted() noexcept { return levelInForce() > kTraceThreshold; }
+
+int OperationTrace::exitWith(int result, unsigned line) const noexcept {
+  return exitWithNumber(result, line);
 }
 
-bool traceWanted() {
-  return Qor::LoggingWrapper::instance().get_level() > kTraceThreshold;
+unsigned OperationTrace::exitWith(unsigned result,
+                                  unsigned line) const noexcept {
+  return exitWithNumber(result, line);
 }
 
-OperationTrace::OperationTrace(char const* file, char const* function,
-                               unsigned line)
-    : file_(file), function_(function), wanted_(traceWanted()) {
-  if (!wanted_) return;
-  Qor::LoggingWrapper::instance().trace_v2_printf(
-      Qor::Trace::Cli, kEntryLevel, file_, function_, line, " >> ");
+unsigned long OperationTrace::exitWith(unsigned long result,
+                                       unsigned line) const noexcept {
+  return exitWithNumber(result, line);
 }
 
-void OperationTrace::exit(unsigned line) const {
-  if (!wanted_) return;
-  Qor::LoggingWrapper::instance().trace_v2_printf(
-      Qor::Trace::Cli, kExitLevel, file_, function_, line, " << ");
+unsigned long long OperationTrace::exitWith(unsigned long long result,
+                                            unsigned line) const noexcept {
+  return exitWithNumber(result, line);
 }
 
-int OperationTrace::exitWith(int result, unsigned line) const {
-  if (wanted_) {
+template <class Number>
+Number OperationTrace::exitWithNumber(Number result,
+                                      unsigned line) const noexcept {
+  if (!wanted_) return result;
+  // The sign, all digits and the final NUL.
+  char text[std::numeric_limits<Number>::digits10 + 3] = {};
+  std::to_chars(std::begin(text), std::end(text) - 1, result);
+  write(kExitLevel, " << ", text, line);
+  return result;
+}
+
+void OperationTrace::write(unsigned level, char const* mark, char const* text,
+                           unsigned line) const noexcept {
+  try {
     Qor::LoggingWrapper::instance().trace_v2_printf(
-        Qor::Trace::Cli, kExitLevel, file_, function_, line, " << %d", result);
+        Qor::Trace::Cli, level, file_, function_, line, "%s%s", mark, text);
+  } catch (std::exception const&) {
+    return;
   }
-  return result;
-}
-
-unsigned OperationTrace::exitWith(unsigned result, unsigned line) const {
-  exitWith(static_cast<int>(result), line);
-  return result;
-}
-
-bool OperationTrace::exitWith(bool result, unsigned line) const {
-  writeText(result ? "true" : "false", line);
-  return result;
-}
-
-char const* OperationTrace::exitWith(char const* result, unsigned line) const {
-  writeText(result, line);
-  return result;
-}
-
-std::string OperationTrace::exitWith(std::string result, unsigned line) const {
-  writeText(result.c_str(), line);
-  return result;
-}
-
-void OperationTrace::writeText(char const* text, unsigned line) const {
-  if (!wanted_) return;
-  Qor::LoggingWrapper::instance().trace_v2_printf(
-      Qor::Trace::Cli, kExitLevel, file_, function_, line, " << %s", text);
 }
 
 }  // namespace QorCliUtilities

@@ -62,14 +62,20 @@ PipeCmdComp::PipeCmdComp()
       providedInterfaces_{&pipeCommands_.identity, nullptr},
       dependencies_{&logDependency_, &traceDependency_, nullptr} {}
 
+QorMgmtSpiComponent_1* PipeCmdComp::getComponent() {
+  return OperationTrace().exitWith(&component_);
+}
+
 QorReturnT PipeCmdComp::start(QorStateChangeReason) {
   OperationTrace const trace;
   return trace.exitWith(0);
 }
 
 QorReturnT PipeCmdComp::stop(QorStateChangeReason reason) {
-  QOR_CLI_TRACE(" >> Reason: %d", static_cast<int>(reason));
-  return 0;
+  OperationTrace const trace([reason] {
+    return "Reason: " + std::to_string(static_cast<int>(reason));
+  });
+  return trace.exitWith(0);
 }
 
 QorReturnT PipeCmdComp::useModule(CliApiContext& context,

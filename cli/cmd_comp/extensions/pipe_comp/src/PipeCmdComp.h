@@ -21,7 +21,7 @@ class PipeCmdComp : public Qor::Singleton<PipeCmdComp> {
   PipeCmdComp();
 
   // The component record. Valid and unchanged as long as the component.
-  QorMgmtSpiComponent_1* getComponent() { return &component_; }
+  QorMgmtSpiComponent_1* getComponent();
 
   // Start and stop do nothing and return 0.
   QorReturnT start(QorStateChangeReason reason);
