@@ -8,10 +8,11 @@ shows; its sections begin with "--- " and their name.
              stdout, stderr, status.
 *.terminal   size (columns x rows), command (for the shell), environment
              (NAME=VALUE lines), then in turn keys (what is typed) and screen
-             (what must then be seen, with the cursor's row and column, the number of
-             bells since the keys before, and whether the terminal hands on
-             lines or keys in its heading), and exit (the status). A key that has no character of its own is written as
-             <Tab>; line ends between keys are not typed.
+             (what must then be seen, with the cursor's row and column, the
+             number of bells since the keys before, and whether the terminal
+             hands on lines or keys in its heading), and exit (the status). A
+             key that has no character of its own is written as <Tab>; line ends
+             between keys are not typed.
 
 In both, $PLUGINS stands for the folder of the plug-ins made for the tests and
 $FILTER for the plug-in under test; qorcli is the engine under test, and
