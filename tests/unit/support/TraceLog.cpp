@@ -10,7 +10,7 @@ namespace {
 
 TraceRecord parsed(std::string const& line) {
   static std::regex const format(
-      R"((severity|level) (\d+) (\S+) ([^\s:/]+):(\d+) (\w+): ([^]*))");
+      R"((severity|level) (\d+) (\S+) ([^\s:/]+):(\d+) ([^:]+): ([^]*))");
   std::smatch part;
   if (!std::regex_match(line, part, format)) {
     throw std::runtime_error("not a record: " + line);

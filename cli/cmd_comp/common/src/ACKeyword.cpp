@@ -52,15 +52,34 @@ ACKeyword::ACKeyword(std::string const& keyword, std::string const& help,
   alternatives_.assign(parts.begin(), parts.end());
 }
 
-std::string ACKeyword::keyword() const { return keyword_; }
-std::string ACKeyword::toString() const { return keyword_; }
-std::string ACKeyword::toShortString() const { return keyword_; }
-bool ACKeyword::ignoreCase() const { return true; }
+std::string ACKeyword::keyword() const {
+  OperationTrace const trace;
+  return trace.exitWith(keyword_);
+}
 
-std::string ACKeyword::helpText(QorCliModeEnum_1T) const { return help_; }
+std::string ACKeyword::toString() const {
+  OperationTrace const trace;
+  return trace.exitWith(keyword_);
+}
+
+std::string ACKeyword::toShortString() const {
+  OperationTrace const trace;
+  return trace.exitWith(keyword_);
+}
+
+bool ACKeyword::ignoreCase() const {
+  OperationTrace const trace;
+  return trace.exitWith(true);
+}
+
+std::string ACKeyword::helpText(QorCliModeEnum_1T) const {
+  OperationTrace const trace;
+  return trace.exitWith(help_);
+}
 
 bool ACKeyword::isGhost(char const* cursor) {
-  return cursor == nullptr || *cursor == '\0';
+  OperationTrace const trace;
+  return trace.exitWith(cursor == nullptr || *cursor == '\0');
 }
 
 bool ACKeyword::existsForCursor(char const* cursor) const {
@@ -71,8 +90,7 @@ bool ACKeyword::existsForCursor(char const* cursor) const {
 bool ACKeyword::isMatch(CliApiContext& ctx,
                         std::vector<std::string> const& tokens,
                         unsigned& position, IOutput&, bool executing) {
-  OperationTrace const trace;
-  QOR_CLI_TRACE("%s", quotedList(tokens).c_str());
+  OperationTrace const trace([&tokens] { return quotedList(tokens); });
   if (position >= tokens.size()) {
     throw Error("isMatch keyword past end of token list", 0);
   }

@@ -47,7 +47,10 @@ bool AutoCompleteNode::operator==(AutoCompleteNode const&) const {
   refuseValueSemantics();
 }
 
-std::string AutoCompleteNode::keyword() const { return toShortString(); }
+std::string AutoCompleteNode::keyword() const {
+  OperationTrace const trace;
+  return trace.exitWith(toShortString());
+}
 
 int AutoCompleteNode::autoComplete(CliApiContext&,
                                    std::vector<std::string> const&,
@@ -63,36 +66,97 @@ bool AutoCompleteNode::isMatch(CliApiContext&, std::vector<std::string> const&,
   return trace.exitWith(false);
 }
 
-bool AutoCompleteNode::isMultiTokenNode() const { return false; }
-
-bool AutoCompleteNode::isLastMultiTokenElement(CliApiContext&) const {
-  return false;
+bool AutoCompleteNode::isMultiTokenNode() const {
+  OperationTrace const trace;
+  return trace.exitWith(false);
 }
 
-void AutoCompleteNode::resetNode(CliApiContext&) {}
+bool AutoCompleteNode::isLastMultiTokenElement(CliApiContext&) const {
+  OperationTrace const trace;
+  return trace.exitWith(false);
+}
 
-bool AutoCompleteNode::ignoreCase() const { return false; }
+void AutoCompleteNode::resetNode(CliApiContext&) {
+  OperationTrace const trace;
+  trace.exit();
+}
 
-bool AutoCompleteNode::internalSpacesAllowed() const { return false; }
+bool AutoCompleteNode::ignoreCase() const {
+  OperationTrace const trace;
+  return trace.exitWith(false);
+}
+
+bool AutoCompleteNode::internalSpacesAllowed() const {
+  OperationTrace const trace;
+  return trace.exitWith(false);
+}
 
 bool AutoCompleteNode::doNoAddCRCompletion(
     CliApiContext const&, std::vector<std::string> const&) const {
-  return false;
+  OperationTrace const trace;
+  return trace.exitWith(false);
 }
 
 std::string AutoCompleteNode::toString() const {
-  if (command_ == nullptr) return kRootKeyword;
-  return std::string(command_->name()) + " command";
+  OperationTrace const trace;
+  return trace.exitWith(command_ == nullptr
+                            ? kRootKeyword
+                            : std::string(command_->name()) + " command");
 }
 
-std::string AutoCompleteNode::toShortString() const { return toString(); }
+std::string AutoCompleteNode::toShortString() const {
+  OperationTrace const trace;
+  return trace.exitWith(toString());
+}
 
 bool AutoCompleteNode::isValidForMode(QorCliModeEnum_1T mode) const {
-  return isRoot() || modes_.count(QOR_CLI_MODE_ANY) != 0 ||
-         modes_.count(mode) != 0;
+  OperationTrace const trace;
+  return trace.exitWith(isRoot() || modes_.count(QOR_CLI_MODE_ANY) != 0 ||
+                        modes_.count(mode) != 0);
 }
 
-bool AutoCompleteNode::isRoot() const { return keyword() == kRootKeyword; }
+bool AutoCompleteNode::isRoot() const {
+  OperationTrace const trace;
+  return trace.exitWith(keyword() == kRootKeyword);
+}
+
+bool AutoCompleteNode::isExecutable() const {
+  OperationTrace const trace;
+  return trace.exitWith(command_ != nullptr);
+}
+
+bool AutoCompleteNode::isHidden() const {
+  OperationTrace const trace;
+  return trace.exitWith(hidden_);
+}
+
+void AutoCompleteNode::unsetHidden() {
+  OperationTrace const trace;
+  hidden_ = false;
+  trace.exit();
+}
+
+bool AutoCompleteNode::potentialTerminalNode() const {
+  OperationTrace const trace;
+  return trace.exitWith(potentialTerminalNode_);
+}
+
+void AutoCompleteNode::setPotentialTerminalNode(bool value) {
+  OperationTrace const trace;
+  potentialTerminalNode_ = value;
+  trace.exit();
+}
+
+Validation_Type AutoCompleteNode::validationType() const {
+  OperationTrace const trace;
+  return trace.exitWith(validationType_);
+}
+
+void AutoCompleteNode::setValidationType(Validation_Type value) {
+  OperationTrace const trace;
+  validationType_ = value;
+  trace.exit();
+}
 
 void AutoCompleteNode::addState(AutoCompleteNode const& other) {
   OperationTrace const trace;
@@ -101,7 +165,8 @@ void AutoCompleteNode::addState(AutoCompleteNode const& other) {
 }
 
 bool AutoCompleteNode::isAuthorized(CliApiContext& context) const {
-  return !isExecutable() || command_->isAuthorized(context);
+  OperationTrace const trace;
+  return trace.exitWith(!isExecutable() || command_->isAuthorized(context));
 }
 
 int AutoCompleteNode::execute(CliApiContext& context,

@@ -97,13 +97,13 @@ class AutoCompleteNode {
   // Whether keyword() is "Root".
   bool isRoot() const;
   // Whether the node carries a command.
-  bool isExecutable() const { return command_ != nullptr; }
-  bool isHidden() const { return hidden_; }
-  void unsetHidden() { hidden_ = false; }
-  bool potentialTerminalNode() const { return potentialTerminalNode_; }
-  void setPotentialTerminalNode(bool value) { potentialTerminalNode_ = value; }
-  Validation_Type validationType() const { return validationType_; }
-  void setValidationType(Validation_Type value) { validationType_ = value; }
+  bool isExecutable() const;
+  bool isHidden() const;
+  void unsetHidden();
+  bool potentialTerminalNode() const;
+  void setPotentialTerminalNode(bool value);
+  Validation_Type validationType() const;
+  void setValidationType(Validation_Type value);
 
   // Makes the node valid in the modes of `other`, too.
   void addState(AutoCompleteNode const& other);

@@ -40,6 +40,16 @@ void mergeFlags(AutoCompleteNode& existing, AutoCompleteNode const& added) {
 
 AutoCompleteTree::~AutoCompleteTree() { deleteTree(); }
 
+bool AutoCompleteTree::readyForUse() const {
+  OperationTrace const trace;
+  return trace.exitWith(root_ != nullptr);
+}
+
+AutoCompleteNode* AutoCompleteTree::getRoot() const {
+  OperationTrace const trace;
+  return trace.exitWith(root_);
+}
+
 unsigned AutoCompleteTree::addPathToTree(
     std::vector<AutoCompleteNode*> const& path) {
   PathOwner owner(path, 0);
@@ -92,8 +102,7 @@ AutoCompleteNode* AutoCompleteTree::findChildNode(
       break;
     }
   }
-  trace.exit();
-  return found;
+  return trace.exitWith(found);
 }
 
 void AutoCompleteTree::deleteTree() {

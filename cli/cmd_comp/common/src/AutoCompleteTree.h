@@ -30,10 +30,10 @@ class AutoCompleteTree {
   // ---- Building (AutoCompleteTree.cpp)
 
   // Whether a path has been added since the tree was made or deleted.
-  bool readyForUse() const { return root_ != nullptr; }
+  bool readyForUse() const;
 
   // The root, or null. It stands for no word; matching starts at its children.
-  AutoCompleteNode* getRoot() const { return root_; }
+  AutoCompleteNode* getRoot() const;
 
   // Merges one path into the tree and returns 0. No node may be null. All nodes
   // belong to the tree from the call on, whatever comes of it: each is linked
@@ -166,15 +166,6 @@ class AutoCompleteTree {
   void addCRtoOutput(std::vector<AutoCompleteResult>& results) const;
 
  private:
-  // One child of executeSearch: the last token, an ordinary node's subtree, or
-  // a run of tokens.
-  int executeBranch(AutoCompleteNode* child, CliApiContext& context,
-                    std::vector<std::string> const& tokens, unsigned position,
-                    unsigned* commandMatchCount, IOutput& output);
-  int executeBelow(AutoCompleteNode* child, CliApiContext& context,
-                   std::vector<std::string> const& tokens, unsigned position,
-                   unsigned* commandMatchCount, IOutput& output);
-
   AutoCompleteNode* root_ = nullptr;  // owned
 };
 

@@ -12,6 +12,7 @@ constexpr char kReturnCandidate[] = "<cr>";
 
 // One request, as every node of the walk is asked for its answer.
 struct Request {
+  AutoCompleteTree& tree;
   CliApiContext& context;
   std::vector<std::string> const& tokens;
   std::string const& lastToken;
@@ -30,6 +31,17 @@ struct Request {
                              endsWithSpace, help, results, output);
   }
 
+  int search(AutoCompleteNode& node, unsigned position) const {
+    return tree.autocompleteSearch(&node, context, tokens, lastToken, position,
+                                   results, output, endsWithSpace, help);
+  }
+
+  int validate(AutoCompleteNode& node, unsigned position) const {
+    return tree.autocompleteValidation(&node, context, tokens, lastToken,
+                                       position, results, output, endsWithSpace,
+                                       help);
+  }
+
   bool isLastElement(AutoCompleteNode const& node) const {
     return node.isLastMultiTokenElement(context);
   }
@@ -46,8 +58,8 @@ struct Request {
 };
 
 // A multi-token node that begins before the last token.
-void completeMultiToken(AutoCompleteTree const& tree, Request const& request,
-                        AutoCompleteNode& node, unsigned position) {
+void completeMultiToken(Request const& request, AutoCompleteNode& node,
+                        unsigned position) {
   QOR_CLI_TRACE("We found multi token node.");
   while (position < request.tokens.size()) {
     if (!request.matches(node, position)) return;
@@ -58,17 +70,17 @@ void completeMultiToken(AutoCompleteTree const& tree, Request const& request,
     return;
   }
   QOR_CLI_TRACE("current position is %u", position);
-  if (position == request.tokens.size()) tree.addCRtoOutput(request.results);
+  if (position == request.tokens.size())
+    request.tree.addCRtoOutput(request.results);
 }
 
 // A multi-token node that matched the last token; `position` is behind it.
-void completeMultiTokenAtEnd(AutoCompleteTree const& tree,
-                             Request const& request, AutoCompleteNode& node,
+void completeMultiTokenAtEnd(Request const& request, AutoCompleteNode& node,
                              unsigned position) {
   QOR_CLI_TRACE("We found multi token node.");
   QOR_CLI_TRACE("currentPosition is %u", position);
   if (request.isLastElement(node) && !request.help) {
-    tree.addCRtoOutput(request.results);
+    request.tree.addCRtoOutput(request.results);
   } else {
     request.offer(node, position);
   }
@@ -76,8 +88,8 @@ void completeMultiTokenAtEnd(AutoCompleteTree const& tree,
 
 // What an ordinary node that matched the last token, at `position`, adds itself
 // before its children are asked.
-int completeMatched(AutoCompleteTree const& tree, Request const& request,
-                    AutoCompleteNode& node, unsigned position) {
+int completeMatched(Request const& request, AutoCompleteNode& node,
+                    unsigned position) {
   bool const finished = request.wordIsFinished(node);
   if (request.help) return finished ? 0 : request.offer(node, position);
   if (!node.potentialTerminalNode()) {
@@ -88,11 +100,11 @@ int completeMatched(AutoCompleteTree const& tree, Request const& request,
   if (!finished) {
     result = request.offer(node, position);
     if (request.offersReturn(node) && position < request.tokens.size()) {
-      tree.removeOutput(request.results, request.tokens[position],
-                        node.ignoreCase());
+      request.tree.removeOutput(request.results, request.tokens[position],
+                                node.ignoreCase());
     }
   }
-  if (request.offersReturn(node)) tree.addCRtoOutput(request.results);
+  if (request.offersReturn(node)) request.tree.addCRtoOutput(request.results);
   return result;
 }
 
@@ -162,8 +174,8 @@ int AutoCompleteTree::autocompleteSearch(
     unsigned position, std::vector<AutoCompleteResult>& results,
     IOutput& output, bool endsWithSpace, bool helpRequest) {
   OperationTrace const trace;
-  Request const request{context, tokens,        lastToken,  results,
-                        output,  endsWithSpace, helpRequest};
+  Request const request{*this,   context, tokens,        lastToken,
+                        results, output,  endsWithSpace, helpRequest};
   QOR_CLI_TRACE("There are %zu children", node->children().size());
   int result = 0;
   for (unsigned i = 0; i < node->children().size(); ++i) {
@@ -175,16 +187,13 @@ int AutoCompleteTree::autocompleteSearch(
     if (tokens.empty()) {
       result = request.offer(*child, position);
     } else if (position + std::size_t{1} == tokens.size()) {
-      result =
-          autocompleteValidation(child, context, tokens, lastToken, position,
-                                 results, output, endsWithSpace, helpRequest);
+      result = request.validate(*child, position);
     } else if (child->isMultiTokenNode()) {
-      completeMultiToken(*this, request, *child, position);
+      completeMultiToken(request, *child, position);
     } else if (request.matches(*child, behind)) {
       QOR_CLI_TRACE("We found exact match node '%s' ",
                     child->toString().c_str());
-      result = autocompleteSearch(child, context, tokens, lastToken, behind,
-                                  results, output, endsWithSpace, helpRequest);
+      result = request.search(*child, behind);
     }
   }
   return trace.exitWith(result);
@@ -196,8 +205,8 @@ int AutoCompleteTree::autocompleteValidation(
     unsigned position, std::vector<AutoCompleteResult>& results,
     IOutput& output, bool endsWithSpace, bool helpRequest) {
   OperationTrace const trace;
-  Request const request{context, tokens,        lastToken,  results,
-                        output,  endsWithSpace, helpRequest};
+  Request const request{*this,   context, tokens,        lastToken,
+                        results, output,  endsWithSpace, helpRequest};
   unsigned behind = position;
   if (!request.matches(*node, behind)) {
     if (!request.wordIsFinished(*node)) request.offer(*node, position);
@@ -206,10 +215,10 @@ int AutoCompleteTree::autocompleteValidation(
   QOR_CLI_TRACE("We found last token exact matches node '%s' ",
                 node->toString().c_str());
   if (node->isMultiTokenNode()) {
-    completeMultiTokenAtEnd(*this, request, *node, behind);
+    completeMultiTokenAtEnd(request, *node, behind);
     return trace.exitWith(0);
   }
-  int const result = completeMatched(*this, request, *node, position);
+  int const result = completeMatched(request, *node, position);
   return trace.exitWith(completeChildren(request, *node, behind, result));
 }
 

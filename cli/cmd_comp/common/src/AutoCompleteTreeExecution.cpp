@@ -8,19 +8,72 @@ namespace {
 // any number of tokens, so the end of the line is as good an end as any.
 constexpr char kOpenEndedKeyword[] = "MultiParms";
 
-// Lets a multi-token node match tokens from `position` on until it says that
-// its last element was matched, or the line ends. False when the node refuses a
-// token or the line ends too early.
-bool matchesMultiToken(AutoCompleteNode& node, CliApiContext& context,
-                       std::vector<std::string> const& tokens,
-                       unsigned position, IOutput& output) {
-  while (position < tokens.size()) {
-    if (!node.isMatch(context, tokens, position, output, true)) return false;
-    if (node.isLastMultiTokenElement(context)) break;
+// One line being executed, as every step of the walk needs it.
+struct Execution {
+  AutoCompleteTree& tree;
+  CliApiContext& context;
+  std::vector<std::string> const& tokens;
+  unsigned* commandMatchCount;
+  IOutput& output;
+
+  bool matches(AutoCompleteNode& node, unsigned& position) const {
+    return node.isMatch(context, tokens, position, output, true);
   }
-  return node.isLastMultiTokenElement(context) ||
-         node.keyword() == kOpenEndedKeyword;
-}
+
+  int search(AutoCompleteNode& node, unsigned position) const {
+    return tree.executeSearch(&node, context, tokens, position,
+                              commandMatchCount, output);
+  }
+
+  int validate(AutoCompleteNode& node, unsigned position) const {
+    return tree.executeValidation(&node, context, tokens, position,
+                                  commandMatchCount, output);
+  }
+
+  // Lets a multi-token node match tokens from `position` on until it says that
+  // its last element was matched, or the line ends. False when the node refuses
+  // a token or the line ends too early.
+  bool matchesMultiToken(AutoCompleteNode& node, unsigned position) const {
+    while (position < tokens.size()) {
+      if (!matches(node, position)) return false;
+      if (node.isLastMultiTokenElement(context)) break;
+    }
+    return node.isLastMultiTokenElement(context) ||
+           node.keyword() == kOpenEndedKeyword;
+  }
+
+  int tryMultiTokenNode(AutoCompleteNode& node, unsigned position) const {
+    QOR_CLI_TRACE("We found multi token node.");
+    if (!matchesMultiToken(node, position)) return 0;
+    node.resetNode(context);
+    return validate(node, position);
+  }
+
+  // A node that swallowed the whole rest of the line without ending a command
+  // is searched one token back, so that a greedy node followed by a keyword
+  // still finds the keyword.
+  int tryOrdinaryNode(AutoCompleteNode& node, unsigned position) const {
+    if (!matches(node, position)) return 0;
+    QOR_CLI_TRACE("We found exact match node '%s'", node.toString().c_str());
+    if (position == tokens.size()) {
+      QOR_CLI_TRACE("We found exact match node position = %u", position);
+      --position;
+      unsigned const before = *commandMatchCount;
+      int const result = validate(node, position);
+      if (*commandMatchCount > before) return result;
+    }
+    return search(node, position);
+  }
+
+  int tryNode(AutoCompleteNode& node, unsigned position) const {
+    if (position + std::size_t{1} == tokens.size()) {
+      QOR_CLI_TRACE("We are at last token.");
+      return validate(node, position);
+    }
+    return node.isMultiTokenNode() ? tryMultiTokenNode(node, position)
+                                   : tryOrdinaryNode(node, position);
+  }
+};
 
 }  // namespace
 
@@ -55,6 +108,7 @@ int AutoCompleteTree::executeSearch(AutoCompleteNode* node,
                                     IOutput& output) {
   OperationTrace const trace;
   QOR_CLI_TRACE("There are %zu children", node->children().size());
+  Execution const execution{*this, context, tokens, commandMatchCount, output};
   unsigned const before = *commandMatchCount;
   int result = 0;
   for (unsigned i = 0; i < node->children().size(); ++i) {
@@ -62,56 +116,10 @@ int AutoCompleteTree::executeSearch(AutoCompleteNode* node,
     QOR_CLI_TRACE("Checking child %u: %s", i, child->keyword().c_str());
     if (!child->isValidForMode(context.getMode())) continue;
     if (tokens.empty()) return trace.exitWith(0);
-    result = executeBranch(child, context, tokens, position, commandMatchCount,
-                           output);
+    result = execution.tryNode(*child, position);
     if (*commandMatchCount > before) break;
   }
   return trace.exitWith(result);
-}
-
-int AutoCompleteTree::executeBranch(AutoCompleteNode* child,
-                                    CliApiContext& context,
-                                    std::vector<std::string> const& tokens,
-                                    unsigned position,
-                                    unsigned* commandMatchCount,
-                                    IOutput& output) {
-  if (position + std::size_t{1} == tokens.size()) {
-    QOR_CLI_TRACE("We are at last token.");
-    return executeValidation(child, context, tokens, position,
-                             commandMatchCount, output);
-  }
-  if (!child->isMultiTokenNode()) {
-    return executeBelow(child, context, tokens, position, commandMatchCount,
-                        output);
-  }
-  QOR_CLI_TRACE("We found multi token node.");
-  if (!matchesMultiToken(*child, context, tokens, position, output)) return 0;
-  child->resetNode(context);
-  return executeValidation(child, context, tokens, position, commandMatchCount,
-                           output);
-}
-
-// A node that swallowed the whole rest of the line without ending a command is
-// searched one token back, so that a greedy node followed by a keyword still
-// finds the keyword.
-int AutoCompleteTree::executeBelow(AutoCompleteNode* child,
-                                   CliApiContext& context,
-                                   std::vector<std::string> const& tokens,
-                                   unsigned position,
-                                   unsigned* commandMatchCount,
-                                   IOutput& output) {
-  if (!child->isMatch(context, tokens, position, output, true)) return 0;
-  QOR_CLI_TRACE("We found exact match node '%s'", child->toString().c_str());
-  if (position == tokens.size()) {
-    QOR_CLI_TRACE("We found exact match node position = %u", position);
-    --position;
-    unsigned const before = *commandMatchCount;
-    int const result = executeValidation(child, context, tokens, position,
-                                         commandMatchCount, output);
-    if (*commandMatchCount > before) return result;
-  }
-  return executeSearch(child, context, tokens, position, commandMatchCount,
-                       output);
 }
 
 int AutoCompleteTree::executeValidation(AutoCompleteNode* node,
@@ -137,11 +145,12 @@ int AutoCompleteTree::executeValidation(AutoCompleteNode* node,
 bool AutoCompleteTree::isCommandAuthorized(AutoCompleteNode* node,
                                            CliApiContext& context) {
   OperationTrace const trace;
-  if (!node->isAuthorized(context)) return trace.exitWith(false);
+  bool authorized = node->isAuthorized(context);
   for (AutoCompleteNode* child : node->children()) {
-    if (!isCommandAuthorized(child, context)) return trace.exitWith(false);
+    if (!authorized) break;
+    authorized = isCommandAuthorized(child, context);
   }
-  return trace.exitWith(true);
+  return trace.exitWith(authorized ? 1 : 0) != 0;
 }
 
 }  // namespace QorCliUtilities

@@ -41,14 +41,14 @@ class CliApiContext {
   virtual ~CliApiContext() = default;
 
   // The record behind this context, or null when it is of another version.
-  virtual QorCliApiContext_5 const* get_v5() const { return nullptr; }
-  virtual QorCliApiContext_5* get_v5() { return nullptr; }
-  virtual QorCliApiContext_6 const* get_v6() const { return nullptr; }
-  virtual QorCliApiContext_6* get_v6() { return nullptr; }
-  virtual QorCliApiContext_7 const* get_v7() const { return nullptr; }
-  virtual QorCliApiContext_7* get_v7() { return nullptr; }
-  virtual QorCliApiContext_8 const* get_v8() const { return nullptr; }
-  virtual QorCliApiContext_8* get_v8() { return nullptr; }
+  virtual QorCliApiContext_5 const* get_v5() const;
+  virtual QorCliApiContext_5* get_v5();
+  virtual QorCliApiContext_6 const* get_v6() const;
+  virtual QorCliApiContext_6* get_v6();
+  virtual QorCliApiContext_7 const* get_v7() const;
+  virtual QorCliApiContext_7* get_v7();
+  virtual QorCliApiContext_8 const* get_v8() const;
+  virtual QorCliApiContext_8* get_v8();
 
   // True when there is a record behind this context. Nothing else may be called
   // when there is none.

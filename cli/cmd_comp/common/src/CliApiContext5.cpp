@@ -3,6 +3,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "OperationTrace.h"
+
 namespace QorCliUtilities {
 namespace {
 
@@ -24,35 +26,63 @@ QorReturnT forward(Function function, QorCliApiContext_5* record,
 
 CliApiContext5::CliApiContext5(QorCliApiContext_5* record) : record_(record) {}
 
-QorCliApiContext_5 const* CliApiContext5::get_v5() const { return record_; }
-QorCliApiContext_5* CliApiContext5::get_v5() { return record_; }
-CliApiContext5::operator bool() const { return get_v5() != nullptr; }
-
-unsigned CliApiContext5::getActionId() const { return actionId_; }
-void CliApiContext5::setActionId(unsigned actionId) { actionId_ = actionId; }
-
-QorReturnT CliApiContext5::setCursor(char const* cursor) {
-  return forward(record_->setCursor, record_, cursor);
+QorCliApiContext_5 const* CliApiContext5::get_v5() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_);
 }
 
-char const* CliApiContext5::getPrompt() const { return record_->prompt; }
+QorCliApiContext_5* CliApiContext5::get_v5() {
+  OperationTrace const trace;
+  return trace.exitWith(record_);
+}
+
+CliApiContext5::operator bool() const {
+  OperationTrace const trace;
+  return trace.exitWith(get_v5() != nullptr);
+}
+
+unsigned CliApiContext5::getActionId() const {
+  OperationTrace const trace;
+  return trace.exitWith(actionId_);
+}
+
+void CliApiContext5::setActionId(unsigned actionId) {
+  OperationTrace const trace;
+  actionId_ = actionId;
+  trace.exit();
+}
+
+QorReturnT CliApiContext5::setCursor(char const* cursor) {
+  OperationTrace const trace;
+  return trace.exitWith(forward(record_->setCursor, record_, cursor));
+}
+
+char const* CliApiContext5::getPrompt() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->prompt);
+}
 
 QorReturnT CliApiContext5::setPrompt() {
-  if (record_->setPrompt == nullptr) return kNotOffered;
-  if (!promptPending_) return 0;
+  OperationTrace const trace;
+  if (record_->setPrompt == nullptr) return trace.exitWith(kNotOffered);
+  if (!promptPending_) return trace.exitWith(0);
   QorReturnT const status = record_->setPrompt(record_, promptString_.c_str());
   if (status == 0) promptPending_ = false;
-  return status;
+  return trace.exitWith(status);
 }
 
 void CliApiContext5::setPromptString(char const* prompt) {
+  OperationTrace const trace;
   promptString_ = prompt == nullptr ? "" : prompt;
   promptPending_ = true;
+  trace.exit();
 }
 
 QorReturnT CliApiContext5::setOutput(unsigned index, unsigned count,
                                      unsigned actionId, char const* text) {
-  return forward(record_->setOutput, record_, index, count, actionId, text);
+  OperationTrace const trace;
+  return trace.exitWith(
+      forward(record_->setOutput, record_, index, count, actionId, text));
 }
 
 QorReturnT CliApiContext5::setAutocompleteResult(unsigned index, unsigned count,
@@ -60,103 +90,155 @@ QorReturnT CliApiContext5::setAutocompleteResult(unsigned index, unsigned count,
                                                  QorCliCompletionToken_1T token,
                                                  char const* completion,
                                                  char const* help) {
-  return forward(record_->setAutocompleteResult, record_, index, count,
-                 actionId, token, completion, help);
+  OperationTrace const trace;
+  return trace.exitWith(forward(record_->setAutocompleteResult, record_, index,
+                                count, actionId, token, completion, help));
 }
 
 QorReturnT CliApiContext5::sessionShutdown(unsigned reason) {
-  return forward(record_->sessionShutdown, record_, reason);
+  OperationTrace const trace;
+  return trace.exitWith(forward(record_->sessionShutdown, record_, reason));
 }
 
 QorReturnT CliApiContext5::setSortableAutocompleteResult(
     unsigned index, unsigned count, unsigned actionId,
     QorCliCompletionToken_1T token, char const* completion, char const* help,
     QorCliSortOrderEnum_3T sortOrder, char const* sortKey) {
-  return forward(record_->setSortableAutocompleteResult, record_, index, count,
-                 actionId, token, completion, help, sortOrder, sortKey);
+  OperationTrace const trace;
+  return trace.exitWith(forward(record_->setSortableAutocompleteResult, record_,
+                                index, count, actionId, token, completion, help,
+                                sortOrder, sortKey));
 }
 
-unsigned CliApiContext5::getSessionId() const { return record_->sessionId; }
+unsigned CliApiContext5::getSessionId() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->sessionId);
+}
 
 unsigned long CliApiContext5::getTxHandle() const {
-  return record_->transactionHandle;
+  OperationTrace const trace;
+  return trace.exitWith(record_->transactionHandle);
 }
 
 void CliApiContext5::setTxHandle(unsigned long handle) {
+  OperationTrace const trace;
   record_->transactionHandle = handle;
+  trace.exit();
 }
 
-QorCliModeEnum_1T CliApiContext5::getMode() const { return record_->mode; }
-void CliApiContext5::setMode(QorCliModeEnum_1T mode) { record_->mode = mode; }
+QorCliModeEnum_1T CliApiContext5::getMode() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->mode);
+}
 
-char const* CliApiContext5::getLoginName() const { return record_->loginName; }
-char const* CliApiContext5::getCursor() const { return record_->cursor; }
+void CliApiContext5::setMode(QorCliModeEnum_1T mode) {
+  OperationTrace const trace;
+  record_->mode = mode;
+  trace.exit();
+}
+
+char const* CliApiContext5::getLoginName() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->loginName);
+}
+
+char const* CliApiContext5::getCursor() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->cursor);
+}
 
 std::uint64_t CliApiContext5::getAuthHandle() const {
-  return record_->authorisationHandle;
+  OperationTrace const trace;
+  return trace.exitWith(record_->authorisationHandle);
 }
 
-unsigned CliApiContext5::getTimeout() const { return record_->timeout; }
+unsigned CliApiContext5::getTimeout() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->timeout);
+}
 
-bool CliApiContext5::getExclusiveUse() const { return record_->exclusiveUse; }
+bool CliApiContext5::getExclusiveUse() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->exclusiveUse);
+}
 
 void CliApiContext5::setExclusiveUse(bool exclusive) {
+  OperationTrace const trace;
   record_->exclusiveUse = exclusive;
+  trace.exit();
 }
 
-QorCliLockEnum_1T CliApiContext5::getLock() const { return record_->lock; }
+QorCliLockEnum_1T CliApiContext5::getLock() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->lock);
+}
 
 QorReturnT CliApiContext5::setLock(QorCliLockEnum_1T lock) {
-  return forward(record_->setLock, record_, lock);
+  OperationTrace const trace;
+  return trace.exitWith(forward(record_->setLock, record_, lock));
 }
 
 Poco::SharedPtr<CliApiContext> CliApiContext5::clone() const {
+  OperationTrace const trace;
   auto copy = std::make_unique<CliApiContext5>(record_);
   copy->setActionId(actionId_);
   // SharedPtr does not free its argument when it cannot allocate its counter.
   Poco::SharedPtr<CliApiContext> shared(copy.get());
   static_cast<void>(copy.release());
+  trace.exit();
   return shared;
 }
 
 void CliApiContext5::setLastStatus(QorReturnT status) {
+  OperationTrace const trace;
   record_->lastStatus = status;
+  trace.exit();
 }
 
-QorReturnT CliApiContext5::getLastStatus() const { return record_->lastStatus; }
+QorReturnT CliApiContext5::getLastStatus() const {
+  OperationTrace const trace;
+  return trace.exitWith(record_->lastStatus);
+}
 
 QorReturnT CliApiContext5::getSessionProperties(
     unsigned, std::vector<SessionProperty>&) const {
+  OperationTrace const trace;
   throwNotImplemented("getSessionProperties");
 }
 
 QorReturnT CliApiContext5::setSessionProperties(
     unsigned, std::vector<SessionProperty> const&) {
+  OperationTrace const trace;
   throwNotImplemented("setSessionProperties");
 }
 
 QorReturnT CliApiContext5::printHistory(unsigned, long long) {
+  OperationTrace const trace;
   throwNotImplemented("printHistory");
 }
 
 QorReturnT CliApiContext5::setPartialLineOutput(unsigned, unsigned, unsigned,
                                                 char const*) {
+  OperationTrace const trace;
   throwNotImplemented("setPartialLineOutput");
 }
 
 QorReturnT CliApiContext5::setConditionalOutput(unsigned, unsigned, unsigned,
                                                 char const*) {
+  OperationTrace const trace;
   throwNotImplemented("setConditionalOutput");
 }
 
 QorReturnT CliApiContext5::setCompletion(unsigned,
                                          QorCliCompletionData_1T const&) {
+  OperationTrace const trace;
   throwNotImplemented("setCompletion");
 }
 
 QorReturnT CliApiContext5::setCompletionAndPrompt(
     unsigned, QorCliCompletionData_1T const&,
     QorCliPasswordPromptData_1T const&) {
+  OperationTrace const trace;
   throwNotImplemented("setCompletionAndPrompt");
 }
 

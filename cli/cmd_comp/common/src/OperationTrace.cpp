@@ -8,10 +8,17 @@ namespace {
 
 constexpr unsigned kTraceThreshold = 7;
 
+// The facade lives as long as the process; asking for it each time costs as
+// much as asking it for its level.
+Qor::LoggingWrapper& facade() {
+  static Qor::LoggingWrapper& theFacade = Qor::LoggingWrapper::instance();
+  return theFacade;
+}
+
 // The level in force; 0 when there is no memory to create the facade.
 unsigned levelInForce() noexcept {
   try {
-    return Qor::LoggingWrapper::instance().get_level();
+    return facade().get_level();
   } catch (std::exception const&) {
     return 0;
   }

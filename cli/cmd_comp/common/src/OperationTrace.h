@@ -9,6 +9,17 @@
 
 namespace QorCliUtilities {
 
+// Every public operation of the component, its command, the tree, the nodes,
+// the contexts and the sinks traces its entry and its exit. Without a trace are
+// constructors and destructors, and, for a reason of their own:
+//
+// - AutoCompleteNode::children, addChild and clearChildren: how the tree gets
+//   at its own data, at each turn of each loop;
+// - Error: it is made and read when something went wrong;
+// - CliErrors and LowerCase: functions that only compose a text;
+// - the matching core of the filter: it works on each line or each byte, and
+//   knows neither the CLI nor the framework.
+//
 // Tracing never changes what an operation does: a record for which there is no
 // memory is dropped, and nothing declared here throws.
 

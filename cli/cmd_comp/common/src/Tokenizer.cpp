@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "AutoCompleteTree.h"
 #include "OperationTrace.h"
@@ -20,14 +21,12 @@
 //   backslash in front. When all have one, the body takes everything and then
 //   gives back as little as it can, so the text ends at the last quote of the
 //   line; when there is none at all, nothing is quoted.
-// - A word that begins with an ordinary character goes on to the next blank,
-// but
+// - A word that begins with an ordinary character goes on to the next blank. It
 //   takes a quoted part whole; here the closing quote may be missing, and then
 //   the part runs to the end of the line, whatever quotes stand in it. A quoted
 //   part must be followed by an ordinary character for the word to go on.
 // - A word that begins with a quote is the quoted text, or, when the quote is
-// the
-//   last one of the line, all the rest.
+//   the last one of the line, all the rest.
 // - A run of blanks goes away when it touches punctuation on either side. The
 //   four kinds of punctuation do not get in each other's way, for taking a run
 //   away changes no other run's neighbours.
@@ -35,16 +34,18 @@
 namespace QorCliUtilities {
 
 std::string statefreeRegex(std::string const& pattern) {
+  OperationTrace const trace;
   std::string result = pattern;
   Poco::replaceInPlace(result, "(", "(?:");
-  return result;
+  return trace.exitWith(std::move(result));
 }
 
 std::string trimQuotes(std::string& s) {
+  OperationTrace const trace;
   std::string::size_type const first = s.find_first_of('"');
   std::string::size_type const last = s.find_last_of('"');
   // Without a quote both are npos: the start wraps to 0, the length to the end.
-  return s.substr(first + 1, last - 1);
+  return trace.exitWith(s.substr(first + 1, last - 1));
 }
 
 namespace {

@@ -50,12 +50,19 @@ bool ACFilterOptions::isMatch(QorCliUtilities::CliApiContext& context,
   return trace.exitWith(true);
 }
 
-bool ACFilterOptions::isMultiTokenNode() const { return true; }
+bool ACFilterOptions::isMultiTokenNode() const {
+  OperationTrace const trace;
+  return trace.exitWith(true);
+}
 
-std::string ACFilterOptions::toShortString() const { return "MultiParms"; }
+std::string ACFilterOptions::toShortString() const {
+  OperationTrace const trace;
+  return trace.exitWith(std::string("MultiParms"));
+}
 
 bool ACFilterOptions::isNumber(std::string const& text) {
-  return isDecimalNumber(text);
+  OperationTrace const trace;
+  return trace.exitWith(isDecimalNumber(text));
 }
 
 }  // namespace QorCliPipe

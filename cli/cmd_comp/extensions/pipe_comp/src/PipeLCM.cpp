@@ -50,13 +50,17 @@ void PipeLCM::qorLCMterminate() {
   trace.exit();
 }
 
+QorMgmtSpiInterfacePortal* PipeLCM::getPortal() const {
+  OperationTrace const trace;
+  return trace.exitWith(portal_);
+}
+
 void* PipeLCM::getInterface(QorMgmtSpiInterface_1 const& id) const {
   OperationTrace const trace;
   void* interface = nullptr;
   QorReturnT const status = portal_->getInterface(
       id.componentName, id.interfaceName, id.interfaceVersion, &interface);
-  trace.exit();
-  return status == 0 ? interface : nullptr;
+  return trace.exitWith(status == 0 ? interface : nullptr);
 }
 
 }  // namespace QorCliPipe

@@ -24,7 +24,7 @@ class PipeLCM : public Qor::Singleton<PipeLCM> {
   void qorLCMterminate();
 
   // The portal, null before qorLCMinit. Owned by the framework.
-  QorMgmtSpiInterfacePortal* getPortal() const { return portal_; }
+  QorMgmtSpiInterfacePortal* getPortal() const;
 
   // Returns the record of functions of an interface of the framework, owned by
   // it, or null when the framework does not know it. Null members of `id` stand

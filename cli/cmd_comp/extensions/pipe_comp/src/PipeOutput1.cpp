@@ -1,18 +1,36 @@
 #include "PipeOutput1.h"
 
+#include "OperationTrace.h"
+
 namespace QorCliPipe {
 
-void PipeOutput1::push_back(std::string const& line) { lines_.push_back(line); }
+using QorCliUtilities::OperationTrace;
+
+void PipeOutput1::push_back(std::string const& line) {
+  OperationTrace const trace;
+  lines_.push_back(line);
+  trace.exit();
+}
 
 void PipeOutput1::push_back(std::vector<std::string> const& lines) {
+  OperationTrace const trace;
   // By index: `lines` may be this sink's own.
   std::size_t const count = lines.size();
   lines_.reserve(lines_.size() + count);
   for (std::size_t i = 0; i < count; ++i) lines_.push_back(lines[i]);
+  trace.exit();
 }
 
-std::vector<std::string>& PipeOutput1::getOutput() { return lines_; }
+std::vector<std::string>& PipeOutput1::getOutput() {
+  OperationTrace const trace;
+  trace.exit();
+  return lines_;
+}
 
-void PipeOutput1::clear() { lines_.clear(); }
+void PipeOutput1::clear() {
+  OperationTrace const trace;
+  lines_.clear();
+  trace.exit();
+}
 
 }  // namespace QorCliPipe

@@ -2,17 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
+#include <set>
+#include <stdexcept>
 
 #include "ACFilterOptions.h"
 #include "ACKeyword.h"
 #include "AutoCompleteTree.h"
+#include "CliApiContext5.h"
 #include "Error.h"
 #include "OperationTrace.h"
 #include "PipeOutput1.h"
 #include "RecordingCommand.h"
 #include "RecordingContext.h"
 #include "TestNode.h"
+#include "Tokenizer.h"
 #include "TraceLog.h"
 
 namespace QorCliUtilities {
@@ -40,6 +45,56 @@ Lines progress(Lines const& trace) {
     if (!border) messages.push_back(line);
   }
   return messages;
+}
+
+// A trace without the questions that are put to nodes and to the context on the
+// way, which are operations, too: see QuestionsToANode and TheContext.
+Lines steps(Lines const& trace) {
+  std::set<std::string> const questions{"doNoAddCRCompletion",
+                                        "getCursor",
+                                        "getMode",
+                                        "helpText",
+                                        "ignoreCase",
+                                        "internalSpacesAllowed",
+                                        "isExecutable",
+                                        "isGhost",
+                                        "isHidden",
+                                        "isLastMultiTokenElement",
+                                        "isMultiTokenNode",
+                                        "isNumber",
+                                        "isRoot",
+                                        "isValidForMode",
+                                        "keyword",
+                                        "name",
+                                        "potentialTerminalNode",
+                                        "toShortString",
+                                        "toString",
+                                        "validationType"};
+  Lines kept;
+  for (std::string const& line : trace) {
+    if (questions.count(line.substr(0, line.find(' '))) == 0) {
+      kept.push_back(line);
+    }
+  }
+  return kept;
+}
+
+// An operation, and the result that its exit record tells.
+struct Operation {
+  std::function<void()> call;
+  std::string name;
+  std::string result;
+};
+
+// Expects the first and the last record of each to be its entry and its exit.
+void expectTraced(std::vector<Operation> const& operations) {
+  for (Operation const& operation : operations) {
+    operation.call();
+    Lines const trace = traceLog().takeShort();
+    ASSERT_GE(trace.size(), 2U) << operation.name;
+    EXPECT_EQ(trace.front(), operation.name + " >> ");
+    EXPECT_EQ(trace.back(), operation.name + " << " + operation.result);
+  }
 }
 
 TestNodeSetup multiToken(char const* keyword, unsigned elements) {
@@ -157,7 +212,7 @@ TEST_F(Traced, AnOperationLeftByAnExceptionHasNoExit) {
   unsigned position = 1;
   EXPECT_THROW(show->isMatch(session.context, {"show"}, position, output, true),
                Error);
-  EXPECT_EQ(traceLog().takeShort(), (Lines{"isMatch >> ", "'show' "}));
+  EXPECT_EQ(steps(traceLog().takeShort()), (Lines{"isMatch >> 'show' "}));
 }
 
 TEST_F(Traced, TokenizerTellsQuotedAndOtherParts) {
@@ -190,48 +245,49 @@ TEST_F(Traced, ExecutionFromTheLineToTheCommand) {
   Open open("Log");
   tree.addPathToTree(
       {word("set", false), word("log", true), new AutoCompleteNode(&open)});
-  EXPECT_EQ(execute("set log"), (Lines{"executeCommand >> ",
-                                       "tokenize >> ",
-                                       "validateToken >> ",
-                                       "validateToken << true",
-                                       "validateToken >> ",
-                                       "validateToken << true",
-                                       "tokenize << true",
-                                       "execute >> ",
-                                       "executeSearch >> ",
-                                       "There are 1 children",
-                                       "Checking child 0: set",
-                                       "isMatch >> ",
-                                       "'set' 'log' ",
-                                       "isMatch << true",
-                                       "We found exact match node 'set'",
-                                       "executeSearch >> ",
-                                       "There are 1 children",
-                                       "Checking child 0: log",
-                                       "We are at last token.",
-                                       "executeValidation >> ",
-                                       "isMatch >> ",
-                                       "'set' 'log' ",
-                                       "isMatch << true",
-                                       "name >> ",
-                                       "name << Log",
-                                       "We are checking node 'Log command'",
-                                       "execute >> ",
-                                       "isAuthorized >> ",
-                                       "isAuthorized << true",
-                                       "executeVerbose >> ",
-                                       "executeVerbose << 42",
-                                       "execute << 42",
-                                       "executeValidation << 42",
-                                       "executeSearch << 42",
-                                       "executeSearch << 42",
-                                       "execute << 42",
-                                       "executeCommand << 42"}));
+  EXPECT_EQ(steps(execute("set log")),
+            (Lines{"executeCommand >> ",
+                   "tokenize >> ",
+                   "validateToken >> ",
+                   "validateToken << true",
+                   "validateToken >> ",
+                   "validateToken << true",
+                   "tokenize << true",
+                   "execute >> ",
+                   "executeSearch >> ",
+                   "There are 1 children",
+                   "Checking child 0: set",
+                   "isMatch >> 'set' 'log' ",
+                   "isMatch << true",
+                   "We found exact match node 'set'",
+                   "executeSearch >> ",
+                   "There are 1 children",
+                   "Checking child 0: log",
+                   "We are at last token.",
+                   "executeValidation >> ",
+                   "isMatch >> 'set' 'log' ",
+                   "isMatch << true",
+                   "We are checking node 'Log command'",
+                   "execute >> ",
+                   "isAuthorized >> ",
+                   "isAuthorized >> ",
+                   "isAuthorized << true",
+                   "isAuthorized << true",
+                   "executeVerbose >> ",
+                   "setPrompt >> ",
+                   "setPrompt << 0",
+                   "executeVerbose << 42",
+                   "execute << 42",
+                   "executeValidation << 42",
+                   "executeSearch << 42",
+                   "executeSearch << 42",
+                   "execute << 42",
+                   "executeCommand << 42"}));
 }
 
 TEST_F(Traced, CompletionFromTheLineToTheCandidates) {
   tree.addPathToTree({word("show", true), word("log", true)});
-  EXPECT_EQ(complete("show"),
+  EXPECT_EQ(steps(complete("show")),
             (Lines{"autoCompleteCommand >> ",
                    "helpRequestAndAutoCompleteCommand >> ",
                    "tokenize >> ",
@@ -243,12 +299,15 @@ TEST_F(Traced, CompletionFromTheLineToTheCandidates) {
                    "There are 1 children",
                    "Checking child 0: show",
                    "isCommandAuthorized >> ",
+                   "isAuthorized >> ",
+                   "isAuthorized << true",
                    "isCommandAuthorized >> ",
-                   "isCommandAuthorized << true",
-                   "isCommandAuthorized << true",
+                   "isAuthorized >> ",
+                   "isAuthorized << true",
+                   "isCommandAuthorized << 1",
+                   "isCommandAuthorized << 1",
                    "autocompleteValidation >> ",
-                   "isMatch >> ",
-                   "'show' ",
+                   "isMatch >> 'show' ",
                    "isMatch << true",
                    "We found last token exact matches node 'show' ",
                    "autoComplete >> ",
@@ -319,14 +378,15 @@ TEST_F(Traced, ExecutionOfAMultiTokenNode) {
 TEST_F(Traced, ExecutionOfWhatCannotBeRun) {
   AutoCompleteNode empty(nullptr);
   empty.execute(session.context, {}, output);
-  EXPECT_EQ(traceLog().takeShort(),
+  EXPECT_EQ(steps(traceLog().takeShort()),
             (Lines{"execute >> ", "Attempt to execute invalid node 'Root'",
                    "execute << -1"}));
   command.authorized = false;
   AutoCompleteNode(&command).execute(session.context, {}, output);
   EXPECT_EQ(
-      traceLog().takeShort(),
-      (Lines{"execute >> ", "name >> ", "name << Log",
+      steps(traceLog().takeShort()),
+      (Lines{"execute >> ", "isAuthorized >> ", "isAuthorized << false",
+             "push_back >> ", "push_back << ",
              "Authorization failed for node 'Log command'", "execute << -1"}));
 }
 
@@ -374,16 +434,160 @@ TEST_F(Traced, AWordTooLongToMatchIsNotTraced) {
 
 TEST_F(Traced, BuildingAndDeletingATree) {
   tree.addPathToTree({node({"x"})});
-  EXPECT_EQ(traceLog().takeShort(),
+  EXPECT_EQ(steps(traceLog().takeShort()),
             (Lines{"addPathToTree >> ", "addSubPathToTree >> ",
                    "addSubPathToTree << 0", "addPathToTree << 0"}));
   tree.addPathToTree({node({"x"}), node({"y"})});
+  EXPECT_EQ(steps(traceLog().takeShort()),
+            (Lines{"addPathToTree >> ", "findChildNode >> ",
+                   "findChildNode << ", "unsetHidden >> ", "unsetHidden << ",
+                   "addState >> ", "addState << ", "findChildNode >> ",
+                   "findChildNode << ", "addSubPathToTree >> ",
+                   "addSubPathToTree << 0", "addPathToTree << 0"}));
+}
+
+TEST_F(Traced, QuestionsToANode) {
+  command.authorized = true;
+  AutoCompleteNode end(&command);
+  CliApiContext& context = session.context;
+  expectTraced({
+      {[&] { end.keyword(); }, "keyword", "Log command"},
+      {[&] { end.toString(); }, "toString", "Log command"},
+      {[&] { end.toShortString(); }, "toShortString", "Log command"},
+      {[&] { end.isMultiTokenNode(); }, "isMultiTokenNode", "false"},
+      {[&] { end.isLastMultiTokenElement(context); }, "isLastMultiTokenElement",
+       "false"},
+      {[&] { end.resetNode(context); }, "resetNode", ""},
+      {[&] { end.ignoreCase(); }, "ignoreCase", "false"},
+      {[&] { end.internalSpacesAllowed(); }, "internalSpacesAllowed", "false"},
+      {[&] { end.doNoAddCRCompletion(context, {}); }, "doNoAddCRCompletion",
+       "false"},
+      {[&] { end.isValidForMode(QorCliModeEnum_1T{7}); }, "isValidForMode",
+       "false"},
+      {[&] { AutoCompleteNode(nullptr).isRoot(); }, "isRoot", "true"},
+      {[&] { end.isExecutable(); }, "isExecutable", "true"},
+      {[&] { end.isHidden(); }, "isHidden", "false"},
+      {[&] { end.unsetHidden(); }, "unsetHidden", ""},
+      {[&] { end.potentialTerminalNode(); }, "potentialTerminalNode", "false"},
+      {[&] { end.setPotentialTerminalNode(true); }, "setPotentialTerminalNode",
+       ""},
+      {[&] { end.setValidationType(Validation_Type{-2}); }, "setValidationType",
+       ""},
+      {[&] { end.validationType(); }, "validationType", "-2"},
+      {[&] { end.isAuthorized(context); }, "isAuthorized", "true"},
+      {[&] { command.name(); }, "name", "Log"},
+  });
+}
+
+TEST_F(Traced, QuestionsToOtherNodesAndTheTree) {
+  ACKeyword const keyword("Show", "Help", {}, true, true,
+                          QorCliCompletionToken_1T{0}, false, false, false,
+                          false, false);
+  QorCliPipe::ACFilterOptions const options({}, VALIDATION_NONE, true);
+  expectTraced({
+      {[&] { keyword.keyword(); }, "keyword", "show"},
+      {[&] { keyword.toString(); }, "toString", "show"},
+      {[&] { keyword.toShortString(); }, "toShortString", "show"},
+      {[&] { keyword.ignoreCase(); }, "ignoreCase", "true"},
+      {[&] { keyword.isHidden(); }, "isHidden", "true"},
+      {[&] { keyword.helpText(QorCliModeEnum_1T{7}); }, "helpText", "Help"},
+      {[&] { ACKeyword::isGhost(""); }, "isGhost", "true"},
+      {[&] { options.isMultiTokenNode(); }, "isMultiTokenNode", "true"},
+      {[&] { options.toShortString(); }, "toShortString", "MultiParms"},
+      {[&] { QorCliPipe::ACFilterOptions::isNumber("x"); }, "isNumber",
+       "false"},
+      {[&] { tree.readyForUse(); }, "readyForUse", "false"},
+      {[&] { tree.getRoot(); }, "getRoot", ""},
+      {[&] { statefreeRegex("(a)"); }, "statefreeRegex", "(?:a)"},
+  });
+}
+
+// A record without functions.
+QorCliApiContext_5 quietRecord() {
+  QorCliApiContext_5 record{};
+  record.sessionId = 4294967295U;
+  record.transactionHandle = 12;
+  record.loginName = "eva";
+  record.mode = QorCliModeEnum_1T{7};
+  record.prompt = "> ";
+  record.timeout = 60;
+  record.authorisationHandle = 18446744073709551615U;
+  record.lastStatus = -3;
+  return record;
+}
+
+TEST_F(Traced, TheContext) {
+  QorCliApiContext_5 record = quietRecord();
+  CliApiContext5 context(&record);
+  CliApiContext5 const& constant = context;
+  expectTraced({
+      {[&] { context.get_v5(); }, "get_v5", ""},
+      {[&] { constant.get_v5(); }, "get_v5", ""},
+      {[&] { context.get_v6(); }, "get_v6", ""},
+      {[&] { constant.get_v7(); }, "get_v7", ""},
+      {[&] { context.get_v8(); }, "get_v8", ""},
+      {[&] { static_cast<void>(static_cast<bool>(context)); }, "operator bool",
+       "true"},
+      {[&] { context.setActionId(9); }, "setActionId", ""},
+      {[&] { context.getActionId(); }, "getActionId", "9"},
+      {[&] { context.setCursor(""); }, "setCursor", "-1"},
+      {[&] { context.getPrompt(); }, "getPrompt", "> "},
+      {[&] { context.setPrompt(); }, "setPrompt", "-1"},
+      {[&] { context.setPromptString("x"); }, "setPromptString", ""},
+      {[&] { context.setOutput(0, 1, 2, "x"); }, "setOutput", "-1"},
+      {[&] {
+         context.setAutocompleteResult(0, 1, 2, QOR_CLI_TOKEN_WORD, "", "");
+       },
+       "setAutocompleteResult", "-1"},
+      {[&] { context.sessionShutdown(0); }, "sessionShutdown", "-1"},
+      {[&] {
+         context.setSortableAutocompleteResult(0, 1, 2, QOR_CLI_TOKEN_WORD, "",
+                                               "", QOR_CLI_SORT_LAST, "");
+       },
+       "setSortableAutocompleteResult", "-1"},
+  });
+}
+
+TEST_F(Traced, TheContextsData) {
+  QorCliApiContext_5 record = quietRecord();
+  CliApiContext5 context(&record);
+  expectTraced({
+      {[&] { context.getSessionId(); }, "getSessionId", "4294967295"},
+      {[&] { context.getTxHandle(); }, "getTxHandle", "12"},
+      {[&] { context.setTxHandle(13); }, "setTxHandle", ""},
+      {[&] { context.getMode(); }, "getMode", "7"},
+      {[&] { context.setMode(QorCliModeEnum_1T{8}); }, "setMode", ""},
+      {[&] { context.getLoginName(); }, "getLoginName", "eva"},
+      {[&] { context.getCursor(); }, "getCursor", "(null)"},
+      {[&] { context.getAuthHandle(); }, "getAuthHandle",
+       "18446744073709551615"},
+      {[&] { context.getTimeout(); }, "getTimeout", "60"},
+      {[&] { context.getExclusiveUse(); }, "getExclusiveUse", "false"},
+      {[&] { context.setExclusiveUse(true); }, "setExclusiveUse", ""},
+      {[&] { context.getLock(); }, "getLock", "0"},
+      {[&] { context.setLock(QOR_CLI_LOCK_NONE); }, "setLock", "-1"},
+      {[&] { context.clone(); }, "clone", ""},
+      {[&] { context.getLastStatus(); }, "getLastStatus", "-3"},
+      {[&] { context.setLastStatus(0); }, "setLastStatus", ""},
+  });
+}
+
+TEST_F(Traced, AContextWithoutTheOperation) {
+  QorCliApiContext_5 record = quietRecord();
+  CliApiContext5 context(&record);
+  EXPECT_THROW(context.printHistory(0, 1), std::runtime_error);
+  EXPECT_EQ(traceLog().takeShort(), Lines{"printHistory >> "});
+}
+
+TEST_F(Traced, TheSink) {
+  output.push_back("a");
+  output.push_back(Lines{"b"});
+  output.getOutput();
+  output.clear();
   EXPECT_EQ(
       traceLog().takeShort(),
-      (Lines{"addPathToTree >> ", "findChildNode >> ", "findChildNode << ",
-             "addState >> ", "addState << ", "findChildNode >> ",
-             "findChildNode << ", "addSubPathToTree >> ",
-             "addSubPathToTree << 0", "addPathToTree << 0"}));
+      (Lines{"push_back >> ", "push_back << ", "push_back >> ", "push_back << ",
+             "getOutput >> ", "getOutput << ", "clear >> ", "clear << "}));
 }
 
 TEST_F(Traced, FilterOptionsTraceNothingButEntryAndExit) {
@@ -391,15 +595,16 @@ TEST_F(Traced, FilterOptionsTraceNothingButEntryAndExit) {
                                       true);
   unsigned position = 1;
   options.isMatch(session.context, {"filter", "-i"}, position, output, true);
-  EXPECT_EQ(traceLog().takeShort(), (Lines{"isMatch >> ", "isMatch << true"}));
+  EXPECT_EQ(steps(traceLog().takeShort()),
+            (Lines{"isMatch >> ", "isMatch << true"}));
   std::vector<AutoCompleteResult> results;
   options.autoComplete(session.context, {"filter", "--xyz"}, "", position, true,
                        false, results, output);
-  EXPECT_EQ(traceLog().takeShort(),
+  EXPECT_EQ(steps(traceLog().takeShort()),
             (Lines{"autoComplete >> ", "autoComplete << -1"}));
   options.autoComplete(session.context, {"filter", "--af"}, "", position, true,
                        false, results, output);
-  EXPECT_EQ(traceLog().takeShort(),
+  EXPECT_EQ(steps(traceLog().takeShort()),
             (Lines{"autoComplete >> ", "addPossibility >> ",
                    "addPossibility << ", "autoComplete << 0"}));
 }
