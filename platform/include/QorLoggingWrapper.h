@@ -24,7 +24,11 @@ extern __attribute__((visibility("default"))) Subsystem const Cli;
 // A log record has a severity and goes to the system log; a trace record has a
 // level and is meant for developers. The facade writes whatever it is given:
 // callers ask get_level() first, so that a text nobody wants is never built.
-// Each call writes one record; a line break inside the text is kept.
+// Each call writes one record of one line: a line feed inside the text is
+// written as \n, and any other control byte as \xNN, its value in hexadecimal.
+// A record that cannot be written, or for which there is no memory, is dropped;
+// no member throws, but instance() throws std::bad_alloc when it cannot create
+// the facade.
 //
 // All members may be called from any thread.
 class __attribute__((visibility("default"))) LoggingWrapper {

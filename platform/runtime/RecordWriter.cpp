@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <string>
 
 namespace Qor {
@@ -48,10 +50,33 @@ char const* baseName(char const* path) {
   return slash == nullptr ? path : slash + 1;
 }
 
+bool isControl(char c) {
+  auto const byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte == 0x7F;
+}
+
+// A record is one line, whatever its text holds.
+void appendEscaped(std::string const& text, std::string& record) {
+  for (char const c : text) {
+    if (c == '\n') {
+      record += "\\n";
+    } else if (isControl(c)) {
+      char escape[sizeof "\\xNN"];
+      std::snprintf(escape, sizeof escape, "\\x%02X",
+                    unsigned{static_cast<unsigned char>(c)});
+      record += escape;
+    } else {
+      record += c;
+    }
+  }
+}
+
+// Signals may interrupt a write to a pipe or a terminal.
 void writeAll(int file, std::string const& text) {
   std::size_t done = 0;
   while (done < text.size()) {
     ssize_t const n = ::write(file, text.data() + done, text.size() - done);
+    if (n < 0 && errno == EINTR) continue;
     if (n <= 0) return;
     done += static_cast<std::size_t>(n);
   }
@@ -67,12 +92,18 @@ RecordWriter::~RecordWriter() {
 }
 
 void RecordWriter::write(RecordOrigin const& origin, char const* format,
-                         va_list arguments) {
-  std::string record = origin.kind;
-  record += ' ' + std::to_string(origin.value) + ' ' + origin.subsystem + ' ' +
-            baseName(origin.file) + ':' + std::to_string(origin.line) + ' ' +
-            origin.function + ": " + formatted(format, arguments) + '\n';
-  writeAll(file_, record);
+                         va_list arguments) noexcept {
+  try {
+    std::string record = origin.kind;
+    record += ' ' + std::to_string(origin.value) + ' ' + origin.subsystem +
+              ' ' + baseName(origin.file) + ':' + std::to_string(origin.line) +
+              ' ' + origin.function + ": ";
+    appendEscaped(formatted(format, arguments), record);
+    record += '\n';
+    writeAll(file_, record);
+  } catch (std::exception const&) {
+    return;
+  }
 }
 
 }  // namespace Qor

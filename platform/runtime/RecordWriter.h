@@ -20,8 +20,11 @@ struct RecordOrigin {
 //   <severity|level> <value> <subsystem> <file>:<line> <function>: <text>
 //
 // to the file that the environment variable QOR_LOG_FILE names (appended), or
-// to standard error. The environment is read once, at construction. Each record
-// goes out with a single write(2), so records of several threads do not mix.
+// to standard error. In the text, a line feed is written as \n and any other
+// control byte as \xNN, with two upper-case hexadecimal digits. The environment
+// is read once, at construction. Each record goes out with a single write(2),
+// so records of several threads do not mix, as far as the system takes a record
+// whole.
 class RecordWriter {
  public:
   RecordWriter();
@@ -33,9 +36,9 @@ class RecordWriter {
   unsigned level() const { return level_; }
 
   // Writes one record; `format` and `arguments` as for vprintf. A record that
-  // cannot be written is dropped.
-  void write(RecordOrigin const& origin, char const* format, va_list arguments)
-      __attribute__((format(printf, 3, 0)));
+  // cannot be written, or for which there is no memory, is dropped.
+  void write(RecordOrigin const& origin, char const* format,
+             va_list arguments) noexcept __attribute__((format(printf, 3, 0)));
 
  private:
   unsigned level_;

@@ -1,6 +1,10 @@
+#include <cxxabi.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <memory>
+#include <set>
 #include <stdexcept>
 
 #include "ElfSymbols.h"
@@ -9,6 +13,45 @@ namespace qor_test {
 namespace {
 
 using testing::ElementsAre;
+
+#ifdef QOR_COMMON_LIBRARY
+std::string demangled(std::string const& symbol) {
+  int status = 0;
+  std::unique_ptr<char, decltype(&std::free)> const name(
+      abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status),
+      &std::free);
+  return status == 0 ? name.get() : symbol;
+}
+
+// A constructor has several symbols of one name.
+std::set<std::string> demangledSymbols(std::string const& library) {
+  std::set<std::string> names;
+  for (std::string const& symbol : exportedSymbols(library)) {
+    names.insert(demangled(symbol));
+  }
+  return names;
+}
+
+TEST(ExportedSymbols, OfTheRuntimeAreThoseOfItsHeaders) {
+  EXPECT_THAT(
+      demangledSymbols(QOR_COMMON_LIBRARY),
+      ElementsAre(
+          "Qor::LoggingWrapper::get_level() const",
+          "Qor::LoggingWrapper::instance()",
+          "Qor::LoggingWrapper::log_printf(Qor::Trace::Subsystem const&, "
+          "unsigned int, char const*, char const*, unsigned int, char const*, "
+          "...)",
+          "Qor::LoggingWrapper::trace_printf(Qor::Trace::Subsystem const&, "
+          "char const*, char const*, unsigned int, char const*, ...)",
+          "Qor::LoggingWrapper::trace_v2_printf(Qor::Trace::Subsystem const&, "
+          "unsigned int, char const*, char const*, unsigned int, char const*, "
+          "...)",
+          "Qor::QorReturn::strerror(int)",
+          "Qor::QorThreadLock::QorThreadLock()", "Qor::QorThreadLock::lock()",
+          "Qor::QorThreadLock::unlock()",
+          "Qor::QorThreadLock::~QorThreadLock()", "Qor::Trace::Cli"));
+}
+#endif
 
 TEST(ExportedSymbols, AreTheTwoEntryPoints) {
   EXPECT_THAT(exportedSymbols(QOR_CLI_PIPE_LIBRARY),

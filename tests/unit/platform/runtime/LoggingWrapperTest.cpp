@@ -74,8 +74,15 @@ TEST(LoggingWrapper, AppendsRecordsToTheFile) {
   EXPECT_EQ(file.read(), std::string(kRecords) + kRecords);
 }
 
-TEST(LoggingWrapper, KeepsLineBreaksInsideARecord) {
-  EXPECT_EQ(probe("lines", {}).err, "level 0 cli Probe.cpp:1 run: one\ntwo\n");
+TEST(LoggingWrapper, WritesARecordOnOneLine) {
+  EXPECT_EQ(
+      probe("lines", {}).err,
+      "level 0 cli Probe.cpp:1 run: one\\ntwo\n"
+      "level 0 cli Probe.cpp:1 run: \\x01\\x09\\x0D\\x1B[0m\\x7F\xC3\xA9\n");
+}
+
+TEST(LoggingWrapper, WritesTheWholeRecordThoughSignalsInterruptIt) {
+  EXPECT_EQ(probe("interrupted", {}).out, "4\n1000030 bytes\n");
 }
 
 TEST(LoggingWrapper, WritesLongRecordsWhole) {
