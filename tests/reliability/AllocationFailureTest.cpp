@@ -6,6 +6,7 @@
 
 #include "FailingAllocator.h"
 #include "Plugin.h"
+#include "QuietPortal.h"
 #include "SmallStack.h"
 
 namespace qor_test {
@@ -25,8 +26,6 @@ void note(char const* text) {
   transcript += '|';
 }
 
-ComponentRecord* registered = nullptr;
-
 extern "C" {
 
 std::int32_t noteOutput(ContextRecord*, unsigned, unsigned, unsigned,
@@ -45,24 +44,6 @@ std::int32_t noteCandidate(ContextRecord*, unsigned, unsigned, unsigned,
 }
 
 std::int32_t acceptPrompt(ContextRecord*, char const*) { return 0; }
-
-std::int32_t registerComponent(ComponentRecord* component) {
-  registered = component;
-  return 0;
-}
-
-std::int32_t unregisterComponent(ComponentRecord*) { return 0; }
-
-PortalRecord* getPortal(char const*) {
-  static PortalRecord portal{nullptr,
-                             nullptr,
-                             nullptr,
-                             nullptr,
-                             nullptr,
-                             registerComponent,
-                             unregisterComponent};
-  return &portal;
-}
 
 }  // extern "C"
 
@@ -108,16 +89,19 @@ class AllocationFailure : public testing::Test {
     record_.setSortableAutocompleteResult = noteCandidate;
   }
 
-  std::int32_t init(Plugin const& plugin) {
-    return plugin.init(&accessor_, nullptr);
+  static std::int32_t init(Plugin const& plugin) {
+    return plugin.init(QuietPortal::accessor(), nullptr);
   }
 
   std::int32_t use(unsigned action, char const* line, char const* input) {
     unsigned matches = 0;
-    return commands().useModule(&record_, action, 1, &matches, line, input);
+    return QuietPortal::commands().useModule(&record_, action, 1, &matches,
+                                             line, input);
   }
 
-  std::int32_t complete() { return commands().inputComplete(&record_, 1); }
+  std::int32_t complete() {
+    return QuietPortal::commands().inputComplete(&record_, 1);
+  }
 
   // What a call prints when nothing fails.
   std::string answer(unsigned action, char const* line, char const* input) {
@@ -136,12 +120,7 @@ class AllocationFailure : public testing::Test {
   }
 
  private:
-  static PipeCommandInterface const& commands() {
-    return *registered->providedInterfaces[0];
-  }
-
   ContextRecord record_{};
-  PortalAccessorRecord accessor_{getPortal};
 };
 
 // ---- A library that is just loaded

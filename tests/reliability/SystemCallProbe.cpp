@@ -15,29 +15,10 @@
 #include <string>
 
 #include "Plugin.h"
+#include "QuietPortal.h"
 
 namespace qor_test {
 namespace {
-
-ComponentRecord* registered = nullptr;
-
-std::int32_t registerComponent(ComponentRecord* component) {
-  registered = component;
-  return 0;
-}
-
-std::int32_t unregisterComponent(ComponentRecord*) { return 0; }
-
-PortalRecord* getPortal(char const*) {
-  static PortalRecord portal{nullptr,
-                             nullptr,
-                             nullptr,
-                             nullptr,
-                             nullptr,
-                             registerComponent,
-                             unregisterComponent};
-  return &portal;
-}
 
 ContextRecord quietSession() {
   ContextRecord record{};
@@ -56,7 +37,7 @@ struct Call {
 
 std::int32_t made(Call const& call) {
   ContextRecord session = quietSession();
-  PipeCommandInterface const& commands = *registered->providedInterfaces[0];
+  PipeCommandInterface const& commands = QuietPortal::commands();
   if (call.what == "end") return commands.inputComplete(&session, 1);
   unsigned const action = call.what == "execute"    ? kExecute
                           : call.what == "complete" ? kComplete
@@ -90,8 +71,7 @@ int run(int count, char** arguments) {
   // so they shall share it.
   mallopt(M_ARENA_MAX, 1);
   Plugin plugin;
-  PortalAccessorRecord accessor{getPortal};
-  if (plugin.init(&accessor, nullptr) != 0) return 1;
+  if (plugin.init(QuietPortal::accessor(), nullptr) != 0) return 1;
   if (std::strcmp(arguments[1], "thread") == 0) {
     makeCallOnThread(call);
   } else {
