@@ -52,11 +52,12 @@ TEST_P(ShortLines, AreCutAsTheExpressionsCutThem) {
   EXPECT_GT(lines, 5000U);
 }
 
-// What matters to quotes, what matters to punctuation, and white space that is
-// not a blank; the oracle is slow, so not all at once.
+// What matters to quotes, what may stand beside them, what matters to
+// punctuation, and white space that is not a blank; the oracle is slow, so not
+// all at once.
 INSTANTIATE_TEST_SUITE_P(Alphabets, ShortLines,
-                         testing::Values("a\"\\ =)", "a\"\\,[", "]\"\\ ",
-                                         "a]\t\"\n"));
+                         testing::Values("a\"\\ =)", "a\"(> ", "a\"\\,[",
+                                         "]\"\\ ", "a]\t\"\n"));
 
 TEST(RandomLines, AreCutAsTheExpressionsCutThem) {
   std::mt19937 random(testSeed());

@@ -207,10 +207,8 @@ TEST(AutoCompleteNode, ExtractTokenAlwaysMovesOn) {
     unsigned position;
     char const* token;
   } const rows[] = {
-      {{"a", "b"}, 0, "a"},
-      {{"a", "b"}, 1, "b"},
-      {{"a", "b"}, 2, ""},
-      {{}, 0, ""},
+      {{"a", "b"}, 0, "a"}, {{"a", "b"}, 1, "b"},         {{"a", "b"}, 2, ""},
+      {{"a", "b"}, 3, ""},  {{"a", "b"}, 4000000000, ""}, {{}, 0, ""},
   };
   for (auto const& row : rows) {
     unsigned position = row.position;

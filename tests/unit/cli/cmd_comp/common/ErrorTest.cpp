@@ -10,6 +10,13 @@
 namespace QorCliUtilities {
 namespace {
 
+// What follows the message when there is a code. The text of a code is the
+// framework's.
+std::string suffix(int code) {
+  return ", rc = " + std::to_string(code) +
+         ", error:" + Qor::QorReturn::strerror(code);
+}
+
 TEST(Error, ReportsTheMessageAndTheTextOfTheCode) {
   std::string const endless(5000, 'm');
   struct {
@@ -19,13 +26,13 @@ TEST(Error, ReportsTheMessageAndTheTextOfTheCode) {
   } const rows[] = {
       {"x", 0, "x"},
       {"", 0, ""},
-      {"x", 5, "x, rc = 5, error:Missing dependency"},
-      {"x", -1, "x, rc = -1, error:Failure"},
-      {"", 1, ", rc = 1, error:Invalid argument"},
-      {"x", 77, "x, rc = 77, error:Unknown return code"},
-      {"100%d", 2, "100%d, rc = 2, error:Not found"},
+      {"x", 5, "x" + suffix(5)},
+      {"x", -1, "x" + suffix(-1)},
+      {"", 1, suffix(1)},
+      {"x", 77, "x" + suffix(77)},
+      {"100%d", 2, "100%d" + suffix(2)},
       {endless, 0, endless},
-      {endless, 3, endless + ", rc = 3, error:Already exists"},
+      {endless, 3, endless + suffix(3)},
   };
   for (auto const& row : rows) {
     Error const error(row.message, row.code);
@@ -33,15 +40,6 @@ TEST(Error, ReportsTheMessageAndTheTextOfTheCode) {
     EXPECT_EQ(error.what(), row.text);
     EXPECT_EQ(error.message(), row.message);
     EXPECT_EQ(error.code(), row.code);
-  }
-}
-
-TEST(Error, NamesEveryCodeAsTheFrameworkDoes) {
-  for (int code = -3; code < 10; ++code) {
-    if (code == 0) continue;
-    EXPECT_EQ(std::string(Error("x", code).what()),
-              "x, rc = " + std::to_string(code) +
-                  ", error:" + Qor::QorReturn::strerror(code));
   }
 }
 
@@ -54,7 +52,7 @@ TEST(Error, ACopyHasATextOfItsOwn) {
   auto const original = std::make_unique<Error>("x", 5);
   Error const copy(*original);
   EXPECT_NE(copy.name(), original->name());
-  EXPECT_STREQ(copy.name(), "x, rc = 5, error:Missing dependency");
+  EXPECT_EQ(copy.name(), "x" + suffix(5));
 }
 
 struct Named : Error {
@@ -69,7 +67,7 @@ TEST(Error, WhatFollowsANameOverriddenInASubclass) {
 TEST(Error, ComposesItsTextAnewInsteadOfAppending) {
   Error error("x", 2);
   error.setMsgString();
-  EXPECT_STREQ(error.what(), "x, rc = 2, error:Not found");
+  EXPECT_EQ(error.what(), "x" + suffix(2));
 }
 
 TEST(Error, InheritsCloneAndRethrowFromItsBase) {

@@ -145,6 +145,8 @@ TEST(Tokenizer, ReportsWhereATokenIsInvalid) {
       {R"(abc"x" y)", 3, 3, false, 2},  // looks before the token
       {R"("a" "b"c)", 0, 3, true, kUntouched},
       {R"("ab)", 0, 3, true, kUntouched},
+      {R"("a"b)", 4, 1, true, kUntouched},  // nothing stands there
+      {R"("a"b)", 9, 4, true, kUntouched},
   };
   for (auto const& row : rows) {
     unsigned errorPosition = kUntouched;
