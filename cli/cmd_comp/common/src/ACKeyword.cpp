@@ -53,33 +53,25 @@ ACKeyword::ACKeyword(std::string const& keyword, std::string const& help,
 }
 
 std::string ACKeyword::keyword() const {
-  OperationTrace const trace;
-  return trace.exitWith(keyword_);
+  return OperationTrace().exitWith(keyword_);
 }
 
 std::string ACKeyword::toString() const {
-  OperationTrace const trace;
-  return trace.exitWith(keyword_);
+  return OperationTrace().exitWith(keyword_);
 }
 
 std::string ACKeyword::toShortString() const {
-  OperationTrace const trace;
-  return trace.exitWith(keyword_);
+  return OperationTrace().exitWith(keyword_);
 }
 
-bool ACKeyword::ignoreCase() const {
-  OperationTrace const trace;
-  return trace.exitWith(true);
-}
+bool ACKeyword::ignoreCase() const { return OperationTrace().exitWith(true); }
 
 std::string ACKeyword::helpText(QorCliModeEnum_1T) const {
-  OperationTrace const trace;
-  return trace.exitWith(help_);
+  return OperationTrace().exitWith(help_);
 }
 
 bool ACKeyword::isGhost(char const* cursor) {
-  OperationTrace const trace;
-  return trace.exitWith(cursor == nullptr || *cursor == '\0');
+  return OperationTrace().exitWith(cursor == nullptr || *cursor == '\0');
 }
 
 bool ACKeyword::existsForCursor(char const* cursor) const {

@@ -17,13 +17,11 @@ int AbstractCommand::executeVerbose(CliApiContext& context,
 }
 
 bool AbstractCommand::isAuthorized(CliApiContext&) {
-  OperationTrace const trace;
-  return trace.exitWith(true);
+  return OperationTrace().exitWith(true);
 }
 
 char const* AbstractCommand::name() const {
-  OperationTrace const trace;
-  return trace.exitWith(name_.c_str());
+  return OperationTrace().exitWith(name_.c_str());
 }
 
 }  // namespace QorCliUtilities

@@ -56,24 +56,20 @@ int AutoCompleteNode::autoComplete(CliApiContext&,
                                    std::vector<std::string> const&,
                                    std::string const&, unsigned&, bool, bool,
                                    std::vector<AutoCompleteResult>&, IOutput&) {
-  OperationTrace const trace;
-  return trace.exitWith(0);
+  return OperationTrace().exitWith(0);
 }
 
 bool AutoCompleteNode::isMatch(CliApiContext&, std::vector<std::string> const&,
                                unsigned&, IOutput&, bool) {
-  OperationTrace const trace;
-  return trace.exitWith(false);
+  return OperationTrace().exitWith(false);
 }
 
 bool AutoCompleteNode::isMultiTokenNode() const {
-  OperationTrace const trace;
-  return trace.exitWith(false);
+  return OperationTrace().exitWith(false);
 }
 
 bool AutoCompleteNode::isLastMultiTokenElement(CliApiContext&) const {
-  OperationTrace const trace;
-  return trace.exitWith(false);
+  return OperationTrace().exitWith(false);
 }
 
 void AutoCompleteNode::resetNode(CliApiContext&) {
@@ -82,19 +78,16 @@ void AutoCompleteNode::resetNode(CliApiContext&) {
 }
 
 bool AutoCompleteNode::ignoreCase() const {
-  OperationTrace const trace;
-  return trace.exitWith(false);
+  return OperationTrace().exitWith(false);
 }
 
 bool AutoCompleteNode::internalSpacesAllowed() const {
-  OperationTrace const trace;
-  return trace.exitWith(false);
+  return OperationTrace().exitWith(false);
 }
 
 bool AutoCompleteNode::doNoAddCRCompletion(
     CliApiContext const&, std::vector<std::string> const&) const {
-  OperationTrace const trace;
-  return trace.exitWith(false);
+  return OperationTrace().exitWith(false);
 }
 
 std::string AutoCompleteNode::toString() const {
@@ -121,13 +114,11 @@ bool AutoCompleteNode::isRoot() const {
 }
 
 bool AutoCompleteNode::isExecutable() const {
-  OperationTrace const trace;
-  return trace.exitWith(command_ != nullptr);
+  return OperationTrace().exitWith(command_ != nullptr);
 }
 
 bool AutoCompleteNode::isHidden() const {
-  OperationTrace const trace;
-  return trace.exitWith(hidden_);
+  return OperationTrace().exitWith(hidden_);
 }
 
 void AutoCompleteNode::unsetHidden() {
@@ -137,8 +128,7 @@ void AutoCompleteNode::unsetHidden() {
 }
 
 bool AutoCompleteNode::potentialTerminalNode() const {
-  OperationTrace const trace;
-  return trace.exitWith(potentialTerminalNode_);
+  return OperationTrace().exitWith(potentialTerminalNode_);
 }
 
 void AutoCompleteNode::setPotentialTerminalNode(bool value) {
@@ -148,8 +138,7 @@ void AutoCompleteNode::setPotentialTerminalNode(bool value) {
 }
 
 Validation_Type AutoCompleteNode::validationType() const {
-  OperationTrace const trace;
-  return trace.exitWith(validationType_);
+  return OperationTrace().exitWith(validationType_);
 }
 
 void AutoCompleteNode::setValidationType(Validation_Type value) {

@@ -41,13 +41,11 @@ void mergeFlags(AutoCompleteNode& existing, AutoCompleteNode const& added) {
 AutoCompleteTree::~AutoCompleteTree() { deleteTree(); }
 
 bool AutoCompleteTree::readyForUse() const {
-  OperationTrace const trace;
-  return trace.exitWith(root_ != nullptr);
+  return OperationTrace().exitWith(root_ != nullptr);
 }
 
 AutoCompleteNode* AutoCompleteTree::getRoot() const {
-  OperationTrace const trace;
-  return trace.exitWith(root_);
+  return OperationTrace().exitWith(root_);
 }
 
 unsigned AutoCompleteTree::addPathToTree(

@@ -5,51 +5,35 @@
 namespace QorCliUtilities {
 
 QorCliApiContext_5 const* CliApiContext::get_v5() const {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_5 const>(nullptr);
 }
 
 QorCliApiContext_5* CliApiContext::get_v5() {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_5>(nullptr);
 }
 
 QorCliApiContext_6 const* CliApiContext::get_v6() const {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_6 const>(nullptr);
 }
 
 QorCliApiContext_6* CliApiContext::get_v6() {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_6>(nullptr);
 }
 
 QorCliApiContext_7 const* CliApiContext::get_v7() const {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_7 const>(nullptr);
 }
 
 QorCliApiContext_7* CliApiContext::get_v7() {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_7>(nullptr);
 }
 
 QorCliApiContext_8 const* CliApiContext::get_v8() const {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_8 const>(nullptr);
 }
 
 QorCliApiContext_8* CliApiContext::get_v8() {
-  OperationTrace const trace;
-  trace.exit();
-  return nullptr;
+  return OperationTrace().exitWith<QorCliApiContext_8>(nullptr);
 }
 
 }  // namespace QorCliUtilities

@@ -27,13 +27,11 @@ QorReturnT forward(Function function, QorCliApiContext_5* record,
 CliApiContext5::CliApiContext5(QorCliApiContext_5* record) : record_(record) {}
 
 QorCliApiContext_5 const* CliApiContext5::get_v5() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_);
+  return OperationTrace().exitWith(record_);
 }
 
 QorCliApiContext_5* CliApiContext5::get_v5() {
-  OperationTrace const trace;
-  return trace.exitWith(record_);
+  return OperationTrace().exitWith(record_);
 }
 
 CliApiContext5::operator bool() const {
@@ -42,8 +40,7 @@ CliApiContext5::operator bool() const {
 }
 
 unsigned CliApiContext5::getActionId() const {
-  OperationTrace const trace;
-  return trace.exitWith(actionId_);
+  return OperationTrace().exitWith(actionId_);
 }
 
 void CliApiContext5::setActionId(unsigned actionId) {
@@ -58,8 +55,7 @@ QorReturnT CliApiContext5::setCursor(char const* cursor) {
 }
 
 char const* CliApiContext5::getPrompt() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->prompt);
+  return OperationTrace().exitWith(record_->prompt);
 }
 
 QorReturnT CliApiContext5::setPrompt() {
@@ -111,13 +107,11 @@ QorReturnT CliApiContext5::setSortableAutocompleteResult(
 }
 
 unsigned CliApiContext5::getSessionId() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->sessionId);
+  return OperationTrace().exitWith(record_->sessionId);
 }
 
 unsigned long CliApiContext5::getTxHandle() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->transactionHandle);
+  return OperationTrace().exitWith(record_->transactionHandle);
 }
 
 void CliApiContext5::setTxHandle(unsigned long handle) {
@@ -127,8 +121,7 @@ void CliApiContext5::setTxHandle(unsigned long handle) {
 }
 
 QorCliModeEnum_1T CliApiContext5::getMode() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->mode);
+  return OperationTrace().exitWith(record_->mode);
 }
 
 void CliApiContext5::setMode(QorCliModeEnum_1T mode) {
@@ -138,28 +131,23 @@ void CliApiContext5::setMode(QorCliModeEnum_1T mode) {
 }
 
 char const* CliApiContext5::getLoginName() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->loginName);
+  return OperationTrace().exitWith(record_->loginName);
 }
 
 char const* CliApiContext5::getCursor() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->cursor);
+  return OperationTrace().exitWith(record_->cursor);
 }
 
 std::uint64_t CliApiContext5::getAuthHandle() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->authorisationHandle);
+  return OperationTrace().exitWith(record_->authorisationHandle);
 }
 
 unsigned CliApiContext5::getTimeout() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->timeout);
+  return OperationTrace().exitWith(record_->timeout);
 }
 
 bool CliApiContext5::getExclusiveUse() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->exclusiveUse);
+  return OperationTrace().exitWith(record_->exclusiveUse);
 }
 
 void CliApiContext5::setExclusiveUse(bool exclusive) {
@@ -169,8 +157,7 @@ void CliApiContext5::setExclusiveUse(bool exclusive) {
 }
 
 QorCliLockEnum_1T CliApiContext5::getLock() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->lock);
+  return OperationTrace().exitWith(record_->lock);
 }
 
 QorReturnT CliApiContext5::setLock(QorCliLockEnum_1T lock) {
@@ -196,8 +183,7 @@ void CliApiContext5::setLastStatus(QorReturnT status) {
 }
 
 QorReturnT CliApiContext5::getLastStatus() const {
-  OperationTrace const trace;
-  return trace.exitWith(record_->lastStatus);
+  return OperationTrace().exitWith(record_->lastStatus);
 }
 
 QorReturnT CliApiContext5::getSessionProperties(

@@ -51,13 +51,11 @@ bool ACFilterOptions::isMatch(QorCliUtilities::CliApiContext& context,
 }
 
 bool ACFilterOptions::isMultiTokenNode() const {
-  OperationTrace const trace;
-  return trace.exitWith(true);
+  return OperationTrace().exitWith(true);
 }
 
 std::string ACFilterOptions::toShortString() const {
-  OperationTrace const trace;
-  return trace.exitWith(std::string("MultiParms"));
+  return OperationTrace().exitWith(std::string("MultiParms"));
 }
 
 bool ACFilterOptions::isNumber(std::string const& text) {

@@ -51,8 +51,7 @@ void PipeLCM::qorLCMterminate() {
 }
 
 QorMgmtSpiInterfacePortal* PipeLCM::getPortal() const {
-  OperationTrace const trace;
-  return trace.exitWith(portal_);
+  return OperationTrace().exitWith(portal_);
 }
 
 void* PipeLCM::getInterface(QorMgmtSpiInterface_1 const& id) const {
