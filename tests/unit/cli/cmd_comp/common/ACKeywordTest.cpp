@@ -3,15 +3,17 @@
 #include "ACKeyword.h"
 #include "ACPipeKeyword.h"
 #include "Candidates.h"
-#include "Error.h"
 #include "PipeOutput1.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 
 namespace QorCliUtilities {
 namespace {
 
 using Tokens = std::vector<std::string>;
+using QorUnit::expectError;
 using QorUnit::RecordingContext;
+using QorUnit::Refusal;
 
 constexpr QorCliModeEnum_1T kOther{2};
 
@@ -40,17 +42,6 @@ KeywordSetup split(char const* keyword) {
   setup.keyword = keyword;
   setup.split = true;
   return setup;
-}
-
-template <class Call>
-void expectError(char const* text, Call const& call) {
-  try {
-    call();
-    FAIL() << text;
-  } catch (Error const& error) {
-    EXPECT_STREQ(error.what(), text);
-    EXPECT_EQ(error.code(), 0);
-  }
 }
 
 class Keyword : public ::testing::Test {
@@ -201,12 +192,7 @@ TEST_F(Keyword, MatchRefusesWhatMakesNoSense) {
   KeywordSetup setup;
   setup.modes = {7};
   ACKeyword node = make(setup);
-  struct {
-    Tokens tokens;
-    unsigned position;
-    unsigned mode;
-    char const* text;
-  } const rows[] = {
+  Refusal const rows[] = {
       {{}, 0, 7, "isMatch keyword past end of token list"},
       {{"show"}, 1, 7, "isMatch keyword past end of token list"},
       {{"show"}, 9, 7, "isMatch keyword past end of token list"},
@@ -225,12 +211,7 @@ TEST_F(Keyword, CompletionRefusesWhatMakesNoSense) {
   KeywordSetup setup;
   setup.modes = {7};
   ACKeyword node = make(setup);
-  struct {
-    Tokens tokens;
-    unsigned position;
-    unsigned mode;
-    char const* text;
-  } const rows[] = {
+  Refusal const rows[] = {
       {{}, 1, 7, "Autocomplete keyword past end of token list"},
       {{"a"}, 2, 7, "Autocomplete keyword past end of token list"},
       {{"a"}, 2, 2, "Autocomplete keyword past end of token list"},

@@ -5,11 +5,13 @@
 #include "PipeOutput1.h"
 #include "RecordingCommand.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 
 namespace QorCliUtilities {
 namespace {
 
 using Tokens = std::vector<std::string>;
+using QorUnit::expectError;
 using QorUnit::RecordingCommand;
 using QorUnit::RecordingContext;
 
@@ -48,13 +50,8 @@ TEST(AbstractCommand, ThrowsWhenThePromptCannotBeSet) {
     QorCliPipe::PipeOutput1 output;
     RecordingCommand command("c");
     command.prompt = "next>";
-    try {
-      command.executeVerbose(session.context, {}, output);
-      FAIL();
-    } catch (Error const& error) {
-      EXPECT_STREQ(error.what(), "Unable to set prompt");
-      EXPECT_EQ(error.code(), 0);
-    }
+    expectError("Unable to set prompt",
+                [&] { command.executeVerbose(session.context, {}, output); });
     EXPECT_EQ(command.runs.size(), 1U);
   }
 }

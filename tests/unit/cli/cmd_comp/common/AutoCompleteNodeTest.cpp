@@ -4,10 +4,10 @@
 
 #include "AutoCompleteNode.h"
 #include "Candidates.h"
-#include "Error.h"
 #include "PipeOutput1.h"
 #include "RecordingCommand.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 #include "TestNode.h"
 
 namespace QorCliUtilities {
@@ -15,6 +15,7 @@ namespace {
 
 using Tokens = std::vector<std::string>;
 using QorUnit::Calls;
+using QorUnit::expectError;
 using QorUnit::RecordingCommand;
 using QorUnit::RecordingContext;
 using QorUnit::TestNode;
@@ -165,13 +166,7 @@ TEST(AutoCompleteNode, CannotBeCopiedAssignedOrCompared) {
       [&] { static_cast<void>(one == two); },
   };
   for (auto const& row : rows) {
-    try {
-      row();
-      FAIL();
-    } catch (Error const& error) {
-      EXPECT_STREQ(error.what(), "Hit private code");
-      EXPECT_EQ(error.code(), 0);
-    }
+    expectError("Hit private code", [&] { row(); });
   }
 }
 

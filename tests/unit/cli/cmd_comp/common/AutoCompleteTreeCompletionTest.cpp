@@ -7,6 +7,7 @@
 #include "PipeOutput1.h"
 #include "RecordingCommand.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 #include "TestNode.h"
 
 namespace QorCliUtilities {
@@ -14,6 +15,7 @@ namespace {
 
 using Tokens = std::vector<std::string>;
 using QorUnit::Calls;
+using QorUnit::expectError;
 using QorUnit::RecordingCommand;
 using QorUnit::RecordingContext;
 using QorUnit::TestNode;
@@ -165,12 +167,8 @@ TEST_F(Completion, ANodeThatSwallowsTheRestLeavesNoTokenToItsChildren) {
   tree.addPathToTree({node(greedy), keyword("go", kTerminal)});
   EXPECT_EQ(complete("a"), "go");
   for (char const* line : {"a go", "a b go"}) {
-    try {
-      complete(line);
-      FAIL() << line;
-    } catch (Error const& error) {
-      EXPECT_STREQ(error.what(), "isMatch keyword past end of token list");
-    }
+    expectError("isMatch keyword past end of token list",
+                [&] { complete(line); });
   }
 }
 

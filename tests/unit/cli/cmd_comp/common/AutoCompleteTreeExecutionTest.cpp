@@ -6,6 +6,7 @@
 #include "PipeOutput1.h"
 #include "RecordingCommand.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 #include "TestNode.h"
 
 namespace QorCliUtilities {
@@ -13,6 +14,7 @@ namespace {
 
 using Tokens = std::vector<std::string>;
 using QorUnit::Calls;
+using QorUnit::expectError;
 using QorUnit::RecordingCommand;
 using QorUnit::RecordingContext;
 using QorUnit::TestNode;
@@ -298,13 +300,7 @@ TEST_F(Execution, APromptThatCannotBeSetIsAnError) {
   session.record.result = 7;
   first.prompt = "p>";
   tree.addPathToTree({word("x", true), end(first)});
-  try {
-    run("x");
-    FAIL();
-  } catch (Error const& error) {
-    EXPECT_STREQ(error.what(), "Unable to set prompt");
-    EXPECT_EQ(error.code(), 0);
-  }
+  expectError("Unable to set prompt", [&] { run("x"); });
   EXPECT_EQ(matches, 1U);
   EXPECT_EQ(runs(), Runs(1, 0));
 }

@@ -6,12 +6,14 @@
 #include "AutoCompleteTree.h"
 #include "Error.h"
 #include "RecordingCommand.h"
+#include "Refusal.h"
 #include "TestNode.h"
 
 namespace QorCliUtilities {
 namespace {
 
 using QorUnit::Calls;
+using QorUnit::expectError;
 using QorUnit::RecordingCommand;
 using QorUnit::TestNode;
 using QorUnit::TestNodeSetup;
@@ -49,14 +51,7 @@ class Building : public ::testing::Test {
 };
 
 void expectOutOfBound(std::function<void()> const& call) {
-  try {
-    call();
-    FAIL();
-  } catch (Error const& error) {
-    EXPECT_STREQ(error.what(),
-                 "Can't add path to the tree, index out of bound.");
-    EXPECT_EQ(error.code(), 0);
-  }
+  expectError("Can't add path to the tree, index out of bound.", call);
 }
 
 TEST_F(Building, IsReadyWhileItHasARoot) {

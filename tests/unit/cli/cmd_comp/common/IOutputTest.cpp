@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "Error.h"
 #include "IOutput.h"
+#include "Refusal.h"
 
 namespace QorCliUtilities {
 namespace {
+
+using QorUnit::expectError;
 
 struct Discarding : IOutput {
   void push_back(std::string const&) override {}
@@ -13,13 +15,7 @@ struct Discarding : IOutput {
 
 TEST(IOutput, ASinkWithoutStorageHasNoOutput) {
   Discarding sink;
-  try {
-    sink.getOutput();
-    FAIL();
-  } catch (Error const& error) {
-    EXPECT_STREQ(error.what(), "Output sink has no storage");
-    EXPECT_EQ(error.code(), 0);
-  }
+  expectError("Output sink has no storage", [&] { sink.getOutput(); });
 }
 
 }  // namespace

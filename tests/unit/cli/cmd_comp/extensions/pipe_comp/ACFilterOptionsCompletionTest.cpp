@@ -7,18 +7,19 @@
 
 #include "ACFilterOptions.h"
 #include "Candidates.h"
-#include "Error.h"
 #include "FilterCommand.h"
 #include "PipeCmdTree.h"
 #include "PipeOutput1.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 
 namespace QorCliPipe {
 namespace {
 
 using QorCliUtilities::AutoCompleteResult;
-using QorCliUtilities::Error;
 using QorCliUtilities::Validation_Type;
+using QorUnit::expectError;
+using QorUnit::Refusal;
 using Tokens = std::vector<std::string>;
 
 constexpr char kAll1[] =
@@ -265,12 +266,7 @@ TEST_F(OptionCompletion, AnsweringChangesNothingForTheNextRequest) {
 
 TEST_F(OptionCompletion, RefusesWhatMakesNoSense) {
   ACFilterOptions bound({7}, Validation_Type{0}, true);
-  struct {
-    Tokens tokens;
-    unsigned position;
-    unsigned mode;
-    char const* text;
-  } const rows[] = {
+  Refusal const rows[] = {
       {{"filter"}, 2, 7, "Autocomplete action Past end of token list"},
       {{"filter"}, 2, 2, "Autocomplete action Past end of token list"},
       {{}, 1, 7, "Autocomplete action Past end of token list"},
@@ -281,14 +277,10 @@ TEST_F(OptionCompletion, RefusesWhatMakesNoSense) {
     session.record.mode = QorCliModeEnum_1T{row.mode};
     unsigned position = row.position;
     std::vector<AutoCompleteResult> results;
-    try {
+    expectError(row.text, [&] {
       bound.autoComplete(session.context, row.tokens, "", position, true, false,
                          results, output);
-      FAIL() << row.text;
-    } catch (Error const& error) {
-      EXPECT_STREQ(error.what(), row.text);
-      EXPECT_EQ(error.code(), 0);
-    }
+    });
     EXPECT_EQ(position, row.position);
     EXPECT_TRUE(results.empty());
   }

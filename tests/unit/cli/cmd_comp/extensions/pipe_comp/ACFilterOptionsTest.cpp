@@ -1,15 +1,16 @@
 #include <gtest/gtest.h>
 
 #include "ACFilterOptions.h"
-#include "Error.h"
 #include "PipeOutput1.h"
 #include "RecordingContext.h"
+#include "Refusal.h"
 
 namespace QorCliPipe {
 namespace {
 
-using QorCliUtilities::Error;
 using QorCliUtilities::Validation_Type;
+using QorUnit::expectError;
+using QorUnit::Refusal;
 using Tokens = std::vector<std::string>;
 
 class FilterOptions : public ::testing::Test {
@@ -103,12 +104,7 @@ TEST_F(FilterOptions, MatchesAnyToken) {
 }
 
 TEST_F(FilterOptions, MatchRefusesWhatMakesNoSense) {
-  struct {
-    Tokens tokens;
-    unsigned position;
-    unsigned mode;
-    char const* text;
-  } const rows[] = {
+  Refusal const rows[] = {
       {{}, 0, 7, "isMatch action past end of token list"},
       {{}, 0, 2, "isMatch action past end of token list"},
       {{"a"}, 1, 7, "isMatch action past end of token list"},
@@ -120,13 +116,9 @@ TEST_F(FilterOptions, MatchRefusesWhatMakesNoSense) {
   for (auto const& row : rows) {
     session.record.mode = QorCliModeEnum_1T{row.mode};
     unsigned position = row.position;
-    try {
+    expectError(row.text, [&] {
       node.isMatch(session.context, row.tokens, position, output, true);
-      FAIL() << row.text;
-    } catch (Error const& error) {
-      EXPECT_STREQ(error.what(), row.text);
-      EXPECT_EQ(error.code(), 0);
-    }
+    });
     EXPECT_EQ(position, row.position);
   }
 }
