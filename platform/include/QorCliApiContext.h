@@ -16,18 +16,21 @@ extern "C" {
 // itself first, returns 0 on success, and reads its texts only during the call.
 //
 // For the functions that answer an action, `index` counts the items from 0,
-// `count` is the number of items, and `actionId` names the action.
+// `count` is the number of items, and `actionId` names the action. `reason` and
+// the handles are numbers of the engine's, without a meaning to anybody else. A
+// text in the record may be null; a text that is handed over must not.
+//
+// A record is used by one thread at a time, the one that was given it.
 struct QorCliApiContext_5 {
   std::uint32_t sessionId;
-  unsigned long transactionHandle;
+  unsigned long transactionHandle;  // the session's transaction; may be changed
   char const* loginName;
-  QorCliModeEnum_1T mode;
-  char const*
-      cursor;  // where in the model the session stands; null or "": nowhere
+  QorCliModeEnum_1T mode;  // may be changed
+  char const* cursor;      // where in the model it stands; null or "": nowhere
   char const* prompt;
   std::uint32_t timeout;  // seconds
   std::uint32_t unused;
-  std::uint64_t authorisationHandle;
+  std::uint64_t authorisationHandle;  // the operator's rights
   QorReturnT (*setCursor)(QorCliApiContext_5* record, char const* cursor);
   QorReturnT (*setPrompt)(QorCliApiContext_5* record, char const* prompt);
   QorReturnT (*setOutput)(QorCliApiContext_5* record, unsigned index,
@@ -37,12 +40,12 @@ struct QorCliApiContext_5 {
                                       unsigned actionId, unsigned token,
                                       char const* completion, char const* help);
   QorReturnT (*sessionShutdown)(QorCliApiContext_5* record, unsigned reason);
-  bool exclusiveUse;
+  bool exclusiveUse;  // whether the session has the configuration for itself
   QorReturnT (*setSortableAutocompleteResult)(
       QorCliApiContext_5* record, unsigned index, unsigned count,
       unsigned actionId, unsigned token, char const* completion,
       char const* help, unsigned sortOrder, char const* sortKey);
-  QorReturnT lastStatus;
+  QorReturnT lastStatus;  // of the command before; may be changed
   QorCliLockEnum_1T lock;
   QorReturnT (*setLock)(QorCliApiContext_5* record, unsigned lock);
 };

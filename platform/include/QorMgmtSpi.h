@@ -8,7 +8,9 @@
 // The records through which a plug-in and the framework find each other.
 //
 // All are plain records of pointers in a fixed order. Texts are NUL-terminated
-// and stay the property of whoever filled the record.
+// and stay the property of whoever filled the record. The framework calls a
+// plug-in's entry points and its component's start and stop one at a time; the
+// functions of accessor and portal are called from within them.
 
 extern "C" {
 
@@ -30,6 +32,8 @@ struct QorMgmtSpiComponent_1 {
   QorMgmtSpiInterface_1 const* const* providedInterfaces;
   // Null-terminated: what must be there before the component can start.
   QorMgmtSpiInterface_1 const* const* dependencies;
+  // Told that the component may begin, and that it has to end, each with the
+  // framework's reason. 0 on success. Neither is null.
   QorReturnT (*start)(QorStateChangeReason reason);
   QorReturnT (*stop)(QorStateChangeReason reason);
 };
@@ -42,25 +46,30 @@ struct QorMgmtSpiInterfacePortal {
   QorMgmtSpiOpaque reserved0;
   QorMgmtSpiOpaque reserved1;
   QorMgmtSpiOpaque reserved2;
-  // Finds an interface by name; a null argument means "any". Stores the record
-  // of functions in `*interface` and returns 0, or returns another code.
+  // Finds an interface by name; a null name or version means "any". Stores the
+  // record of functions in `*interface` and returns 0, or returns another code.
+  // The record belongs to the component that provides it and is valid until
+  // that is unregistered.
   QorReturnT (*getInterface)(char const* componentName,
                              char const* interfaceName,
                              char const* interfaceVersion, void** interface);
   QorMgmtSpiOpaque reserved4;
-  // Makes a component known. 0 on success.
+  // Makes a component known, which must not be null. 0 on success.
   QorReturnT (*registerComponent)(QorMgmtSpiComponent_1* component);
-  // Takes a component back. 0 on success.
+  // Takes a component back that was registered. 0 on success.
   QorReturnT (*unregisterComponent)(QorMgmtSpiComponent_1* component);
 };
 
 // What a plug-in is given to fetch the portal with.
 struct QorMgmtSpiInterfacePortalAccessor {
-  // Returns the portal of a version ("1"), or null when there is none.
+  // Returns the portal of a version ("1"), or null when there is none. The
+  // portal belongs to the framework.
   QorMgmtSpiInterfacePortal* (*getPortal)(char const* version);
 };
 
-// The two functions that a plug-in exports, by these names.
+// The two functions that a plug-in exports, as "qorLCMinit" and
+// "qorLCMterminate". The accessor is valid during the call and not null; the
+// configuration may be null. Initialisation returns 0 on success.
 using QorLCMinitFunction = QorReturnT (*)(
     QorMgmtSpiInterfacePortalAccessor* accessor, char const* configuration);
 using QorLCMterminateFunction = void (*)();

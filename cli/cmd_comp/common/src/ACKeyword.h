@@ -13,7 +13,7 @@ namespace QorCliUtilities {
 //
 // Matches the whole word in any letter case; abbreviations count only in
 // completion. The word may be a list of spellings. Created with
-// VALIDATION_KEYWORD.
+// VALIDATION_KEYWORD. Ownership and threads are as for every node.
 class ACKeyword : public AutoCompleteNode {
  public:
   // `keyword` is kept in lower case. `help` is the text shown beside it.
@@ -26,33 +26,41 @@ class ACKeyword : public AutoCompleteNode {
   // first word of a line (outside QOR_CLI_MODE_EXEC; there it always is).
   // `variantCompletion`: offered as an option is, in the first sort group.
   // `requiresCursor`, `forbidsCursor`: the keyword is there only while the
-  // session has a cursor, or has none.
+  // session has a cursor, or has none; with both, it never is.
+  // The other arguments are those of AutoCompleteNode. All are copied.
   ACKeyword(std::string const& keyword, std::string const& help,
             std::set<unsigned> modes, bool potentialTerminalNode, bool hidden,
             QorCliCompletionToken_1T completionToken, bool splitAlternatives,
             bool offerWhenEmpty, bool variantCompletion, bool requiresCursor,
             bool forbidsCursor);
 
+  // The word as it is kept: in lower case, a list of spellings as a whole.
   std::string keyword() const override;
 
-  // Throws Error "Autocomplete keyword past end of token list", "Autocomplete
-  // keyword called on intermediate node" when `position` is neither that of the
-  // last token nor the number of tokens, or "Autocomplete keyword not valid for
-  // mode". Returns 0.
+  // Offers the keyword when it begins with the word at `position`, and moves
+  // `position` on by one; does nothing when the keyword is hidden or not there
+  // for the session's cursor. `lastToken`, `endsWithSpace` and `output` make no
+  // difference. Throws Error "Autocomplete keyword past end of token list",
+  // "Autocomplete keyword called on intermediate node" when `position` is
+  // neither that of the last token nor the number of tokens, or "Autocomplete
+  // keyword not valid for mode". Returns 0.
   int autoComplete(CliApiContext& ctx, std::vector<std::string> const& tokens,
                    std::string const& lastToken, unsigned& position,
                    bool endsWithSpace, bool helpRequest,
                    std::vector<AutoCompleteResult>& results,
                    IOutput& output) override;
 
-  // Throws Error "isMatch keyword past end of token list" or "isMatch keyword
-  // not valid for mode".
+  // Whether the token at `position` is the keyword; moves `position` on by one,
+  // also when it is not. Leaves `position` alone when the keyword is not there
+  // for the session's cursor, which is no match, and when, `executing`, the
+  // node has VALIDATION_NONE, which is one. Throws Error "isMatch keyword past
+  // end of token list" or "isMatch keyword not valid for mode".
   bool isMatch(CliApiContext& ctx, std::vector<std::string> const& tokens,
                unsigned& position, IOutput& output, bool executing) override;
 
-  bool ignoreCase() const override;
-  std::string toString() const override;
-  std::string toShortString() const override;
+  bool ignoreCase() const override;            // true
+  std::string toString() const override;       // as keyword()
+  std::string toShortString() const override;  // likewise
 
   // The help text in a mode: the same in all of them, in this class.
   virtual std::string helpText(QorCliModeEnum_1T mode) const;

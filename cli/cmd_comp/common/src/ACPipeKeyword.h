@@ -13,6 +13,7 @@ namespace QorCliUtilities {
 // constructor's `completionToken` and `offerWhenEmpty` say.
 class ACPipeKeyword : public ACKeyword {
  public:
+  // The arguments are those of ACKeyword.
   ACPipeKeyword(std::string const& keyword, std::string const& help,
                 std::set<unsigned> modes, bool potentialTerminalNode,
                 bool hidden, QorCliCompletionToken_1T completionToken,

@@ -38,8 +38,9 @@ enum Validation_Type : std::int32_t {
 // one tree, for multi-token nodes may keep state while a line is matched.
 class AutoCompleteNode {
  public:
-  // A node that ends a path and runs `command`, which is not owned; the root of
-  // a tree, when `command` is null. Valid in no mode, not hidden.
+  // A node that ends a path and runs `command`, which is not owned and must
+  // outlive the node; the root of a tree, when `command` is null. Valid in no
+  // mode, not hidden, VALIDATION_NONE, no potential terminal node.
   explicit AutoCompleteNode(AbstractCommand* command);
 
   // A node that is valid in `modes` (QorCliModeEnum_1T values; QOR_CLI_MODE_ANY
@@ -91,24 +92,31 @@ class AutoCompleteNode {
 
   // For traces: the command's name and " command", or "Root".
   virtual std::string toString() const;
+  // As toString(), unless a subclass has something shorter.
   virtual std::string toShortString() const;
 
+  // Whether the node is the root, or `mode` or QOR_CLI_MODE_ANY is among its
+  // modes.
   bool isValidForMode(QorCliModeEnum_1T mode) const;
   // Whether keyword() is "Root".
   bool isRoot() const;
   // Whether the node carries a command.
   bool isExecutable() const;
+  // Whether the node is left out of completion and help.
   bool isHidden() const;
   void unsetHidden();
+  // Whether a command line may end here.
   bool potentialTerminalNode() const;
   void setPotentialTerminalNode(bool value);
+  // How strictly a line is validated here.
   Validation_Type validationType() const;
   void setValidationType(Validation_Type value);
 
   // Makes the node valid in the modes of `other`, too.
   void addState(AutoCompleteNode const& other);
 
-  // The children, in the order in which they were added. Not owned.
+  // The children, in the order in which they were added; none is null. They
+  // belong to the tree, and so it is the tree that calls these three.
   std::vector<AutoCompleteNode*> const& children() const { return children_; }
   void addChild(AutoCompleteNode* child) { children_.push_back(child); }
   // Forgets the children without deleting them.
@@ -117,7 +125,8 @@ class AutoCompleteNode {
   // Whether `context` may run the node's command; true when it carries none.
   bool isAuthorized(CliApiContext& context) const;
 
-  // Runs the command and returns its result. Returns -1 when the node carries
+  // Runs the command over `tokens`, the whole line, and returns its result.
+  // Returns -1 when the node carries
   // no command, and, with "Not allowed" added to `output`, when the session may
   // not run it. Throws what the command throws.
   int execute(CliApiContext& context, std::vector<std::string> const& tokens,
@@ -138,6 +147,7 @@ class AutoCompleteNode {
                              QorCliCompletionToken_1T token,
                              std::vector<AutoCompleteResult>& results);
 
+  // Each throws Error "Hit private code".
   AutoCompleteNode(AutoCompleteNode const& other);
   AutoCompleteNode& operator=(AutoCompleteNode const& other);
   bool operator==(AutoCompleteNode const& other) const;

@@ -8,7 +8,10 @@
 
 namespace QorCliUtilities {
 
-// One candidate of a completion or help request. A plain value.
+// One candidate of a completion or help request.
+//
+// A plain value, which owns its texts: a copy shares nothing with the original.
+// Different objects may be used by different threads.
 struct AutoCompleteResult {
   // Where a candidate stands among others: by rank, then by key. The tree only
   // carries it; whoever shows the candidates sorts them.

@@ -46,7 +46,8 @@ class AutoCompleteTree {
   // path on a tree without a root, which has one afterwards.
   unsigned addPathToTree(std::vector<AutoCompleteNode*> const& path);
 
-  // Links path[index], ..., path[last] as a chain below `parent` and returns 0.
+  // Links path[index], ..., path[last] as a chain below `parent`, which is not
+  // null, and returns 0.
   // These nodes belong to the tree from the call on. Throws Error as above when
   // `index` is not below the path's length.
   unsigned addSubPathToTree(std::vector<AutoCompleteNode*> const& path,
@@ -81,8 +82,8 @@ class AutoCompleteTree {
   // ---- Execution (AutoCompleteTreeExecution.cpp)
   //
   // `*commandMatchCount` is raised by one just before a command is run and
-  // never reset: afterwards it tells whether the line was a command. Exceptions
-  // of nodes and commands are passed on.
+  // never reset: afterwards it tells whether the line was a command. The
+  // pointer is not null. Exceptions of nodes and commands are passed on.
 
   // Runs the first command that `line` fits. Returns its result, 0 when none
   // fits, -1 when the line cannot be tokenized.
@@ -93,20 +94,21 @@ class AutoCompleteTree {
   int execute(CliApiContext& context, std::vector<std::string> const& tokens,
               unsigned* commandMatchCount, IOutput& output);
 
-  // Looks below `node` for the command that the tokens from `position` on fit,
-  // runs the first one found and returns its result, or 0.
+  // Looks below `node`, which is not null, for the command that the tokens from
+  // `position` on fit, runs the first one found and returns its result, or 0.
   int executeSearch(AutoCompleteNode* node, CliApiContext& context,
                     std::vector<std::string> const& tokens, unsigned position,
                     unsigned* commandMatchCount, IOutput& output);
 
-  // Runs the command that ends at `node` if the node matches at `position` and
-  // a line may end there. Returns its result, or 0.
+  // Runs the command that ends at `node`, which is not null, if the node
+  // matches at `position` and a line may end there. Returns its result, or 0.
   int executeValidation(AutoCompleteNode* node, CliApiContext& context,
                         std::vector<std::string> const& tokens,
                         unsigned position, unsigned* commandMatchCount,
                         IOutput& output);
 
-  // Whether the session may run every command at and below `node`.
+  // Whether the session may run every command at and below `node`, which is not
+  // null.
   bool isCommandAuthorized(AutoCompleteNode* node, CliApiContext& context);
 
   // ---- Completion and help (AutoCompleteTreeCompletion.cpp)
@@ -158,7 +160,8 @@ class AutoCompleteTree {
                              IOutput& output, bool endsWithSpace,
                              bool helpRequest);
 
-  // Removes the first candidate whose text equals `name`.
+  // Removes the first candidate whose text equals `name`; with `ignoreCase`, in
+  // any letter case. None may.
   void removeOutput(std::vector<AutoCompleteResult>& results,
                     std::string const& name, bool ignoreCase) const;
 

@@ -12,7 +12,9 @@ namespace QorCliUtilities {
 //
 // message() and code() are the base's. what() and name() give the full text:
 // the message and, when the code is not 0, ", rc = <code>, error:" and the
-// framework's text for that code. Copyable; a copy has its own text.
+// framework's text for that code. Copyable; a copy has its own text. Making or
+// copying one may throw std::bad_alloc. Different objects may be used by
+// different threads.
 class Error : public Poco::Exception {
  public:
   // `code` is a framework status code (QorReturnT), 0 for none.

@@ -3,6 +3,9 @@
 
 #include <string>
 
+// Helpers of the tokenizer, which is AutoCompleteTree::tokenize. They keep
+// nothing and may be called from any thread; only std::bad_alloc is thrown.
+
 namespace QorCliUtilities {
 
 // Returns `pattern` with every "(" replaced by "(?:", wherever it stands: a

@@ -15,6 +15,7 @@ namespace QorCliPipe {
 //
 // One node takes any number of words and looks at none of them: completion
 // offers only what may come next, and the command reads the words when it runs.
+// It keeps nothing of a line. Ownership and threads are as for every node.
 class ACFilterOptions : public QorCliUtilities::AutoCompleteNode {
  public:
   // One written form of an option.
@@ -26,6 +27,7 @@ class ACFilterOptions : public QorCliUtilities::AutoCompleteNode {
     bool isLongForm;        // "--after", not "-A"
   };
 
+  // A visible node; the arguments are those of AutoCompleteNode.
   ACFilterOptions(std::set<unsigned> modes,
                   QorCliUtilities::Validation_Type validation,
                   bool potentialTerminalNode);
@@ -35,7 +37,7 @@ class ACFilterOptions : public QorCliUtilities::AutoCompleteNode {
   // and moves `pos` on by one; returns -1, offering nothing, when the word
   // begins with "-" and is the beginning of no option that is left. Throws
   // Error "Autocomplete action Past end of token list" or "Autocomplete action
-  // not valid for mode".
+  // not valid for mode". `lastToken` and `output` make no difference.
   int autoComplete(QorCliUtilities::CliApiContext& context,
                    std::vector<std::string> const& tokens,
                    std::string const& lastToken, unsigned& pos,
@@ -43,14 +45,15 @@ class ACFilterOptions : public QorCliUtilities::AutoCompleteNode {
                    std::vector<QorCliUtilities::AutoCompleteResult>& results,
                    QorCliUtilities::IOutput& output) override;
 
-  // Matches any token. Throws Error "isMatch action past end of token list" or
-  // "isMatch action Not valid for mode" and leaves `pos` alone.
+  // Matches any token and moves `pos` on by one. Throws Error "isMatch action
+  // past end of token list" or "isMatch action Not valid for mode" and leaves
+  // `pos` alone.
   bool isMatch(QorCliUtilities::CliApiContext& context,
                std::vector<std::string> const& tokens, unsigned& pos,
                QorCliUtilities::IOutput& output, bool executing) override;
 
-  bool isMultiTokenNode() const override;
-  std::string toShortString() const override;
+  bool isMultiTokenNode() const override;      // true
+  std::string toShortString() const override;  // "MultiParms"
 
   // Whether every character of `text` is a decimal digit; true for no text.
   static bool isNumber(std::string const& text);

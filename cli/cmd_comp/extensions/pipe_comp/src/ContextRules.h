@@ -17,7 +17,8 @@ namespace QorCliPipe {
 // no use as context are not looked at one by one. Kept lines are appended to
 // the sink, one string each, and so is the separator "   --\n". The state lives
 // outside, so that a text may come in several pieces. When memory runs out,
-// std::bad_alloc is thrown; sink and state stay usable.
+// std::bad_alloc is thrown; sink and state stay usable. Used by one thread at a
+// time, as are the state and the sink.
 class ContextRules {
  public:
   // `after` and `before` are the numbers of lines of context to keep behind and
@@ -26,7 +27,7 @@ class ContextRules {
   ContextRules(int after, int before, PipeCmd::FilterStruct& state,
                std::vector<std::string>& sink);
 
-  // `lines`: whole lines, at least one.
+  // `lines`: whole lines, at least one; only read during the call.
   void wanted(std::string_view lines);
   void unwanted(std::string_view lines);
 

@@ -6,7 +6,8 @@
 
 namespace QorCliPipe {
 
-// What the words of a filter command ask for.
+// What the words of a filter command ask for. A plain value. Nothing here is
+// kept between calls; different objects may be used by different threads.
 struct FilterArguments {
   bool ignoreCase = false;
   bool invert = false;
@@ -19,9 +20,10 @@ struct FilterArguments {
 // Whether `text` is a number: decimal digits only. An empty text is one.
 bool isDecimalNumber(std::string const& text);
 
-// Reads the words behind tokens[0] into `arguments`. Options may be written in
-// any letter case. Returns an empty string, or the text of the error (with a
-// line feed) when the words make no sense; `arguments` is then incomplete.
+// Reads the words behind tokens[0] into `arguments`, which must be as
+// constructed. Options may be written in any letter case. Returns an empty
+// string, or the text of the error (with a line feed) when the words make no
+// sense; `arguments` is then incomplete.
 std::string parseFilterArguments(std::vector<std::string> const& tokens,
                                  FilterArguments& arguments);
 

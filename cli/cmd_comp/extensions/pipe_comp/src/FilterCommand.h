@@ -17,7 +17,8 @@ namespace QorCliPipe {
 // expression, with lines of context.
 //
 // Creating the command adds its path to PipeCmdTree. That happens once, so a
-// tree that is emptied afterwards stays empty.
+// tree that is emptied afterwards stays empty. The tree refers to the command,
+// which lives until the library is unloaded. One call at a time.
 class FilterCommand : public Qor::Singleton<FilterCommand>,
                       public QorCliUtilities::AbstractCommand {
  public:

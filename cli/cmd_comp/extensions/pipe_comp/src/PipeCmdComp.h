@@ -20,10 +20,11 @@ class PipeCmdComp : public Qor::Singleton<PipeCmdComp> {
  public:
   PipeCmdComp();
 
-  // The component record. Valid and unchanged as long as the component.
+  // The component record, never null. Owned by the component, valid and
+  // unchanged as long as it.
   QorMgmtSpiComponent_1* getComponent();
 
-  // Start and stop do nothing and return 0.
+  // Start and stop do nothing and return 0. `reason` is only traced.
   QorReturnT start(QorStateChangeReason reason);
   QorReturnT stop(QorStateChangeReason reason);
 

@@ -11,7 +11,8 @@ namespace QorCliPipe {
 // The most recent lines of a text, oldest first, at most as many as asked for.
 //
 // Appending takes constant time a line whatever the number of lines kept: the
-// lines stand in a ring, so that the newest takes the place of the oldest.
+// lines stand in a ring, so that the newest takes the place of the oldest. Owns
+// its copies of the lines. Used by one thread at a time.
 class PrecedingLines {
  public:
   // Appends a copy of `line`. When `limit` lines or more are kept already, the
@@ -20,7 +21,8 @@ class PrecedingLines {
   // are still in order.
   bool append(std::string_view line, std::size_t limit);
 
-  // Appends all lines to `out`, oldest first, and forgets them.
+  // Appends all lines to `out`, oldest first, and forgets them. When memory
+  // runs out, std::bad_alloc is thrown, and `out` and the lines are as before.
   void moveTo(std::vector<std::string>& out);
 
  private:
