@@ -19,10 +19,10 @@ using testing::IsEmpty;
 // What a call of the plug-in may ask of the system: memory, the time, and where
 // it runs.
 std::set<std::string> const kAllowed = {
-    "brk",        "mmap",          "munmap",          "mprotect",
-    "mremap",     "madvise",       "getrlimit",       "prlimit64",
-    "ugetrlimit", "clock_gettime", "clock_gettime64", "gettimeofday",
-    "gettid",     "getpid",        "futex",           "sched_getaffinity"};
+    "brk",       "mmap",       "mmap2",         "munmap",
+    "mprotect",  "mremap",     "madvise",       "getrlimit",
+    "prlimit64", "ugetrlimit", "clock_gettime", "clock_gettime64",
+    "gettid",    "getpid",     "futex",         "sched_getaffinity"};
 
 constexpr char kMarker[] = "getppid";
 
