@@ -115,7 +115,9 @@ void appendSqueezed(std::string_view part, std::string& result) {
     bool const touches = (run > 0 && isPunctuation(part[run - 1])) ||
                          (i < part.size() && isPunctuation(part[i]));
     if (!touches) result.append(part.substr(run, i - run));
-    if (i < part.size()) result.push_back(part[i++]);
+    std::size_t const text = i;
+    while (i < part.size() && !isBlank(part[i])) ++i;
+    result.append(part.substr(text, i - text));
   }
 }
 
