@@ -2,12 +2,14 @@
 
 #include <type_traits>
 
+#include "OrEmpty.h"
+
 namespace QorCliEngine {
 namespace {
 
-constexpr QorReturnT kFailed = -1;
+using QorCliUtilities::orEmpty;
 
-char const* orEmpty(char const* text) { return text == nullptr ? "" : text; }
+constexpr QorReturnT kFailed = -1;
 
 }  // namespace
 

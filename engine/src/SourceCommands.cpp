@@ -20,6 +20,7 @@ namespace {
 
 using QorCliUtilities::ACKeyword;
 using QorCliUtilities::AutoCompleteNode;
+using QorCliUtilities::LinesOutput;
 
 constexpr char kBadQuotes[] =
     "quoted text must stand alone, with blanks around it";
@@ -110,10 +111,8 @@ void SourceCommands::offer(
   QorCliUtilities::CliApiContext5 context(call.record());
   LinesOutput output;
   std::size_t const before = candidates.size();
-  int const status =
-      action == QOR_CLI_ACTION_COMPLETE
-          ? tree_.autoCompleteCommand(context, text, "", candidates, output)
-          : tree_.helpRequest(context, text, candidates, output);
+  int const status = tree_.helpRequestAndAutoCompleteCommand(
+      context, text, "", candidates, output, action == QOR_CLI_ACTION_HELP);
   if (status < 0 && candidates.size() == before) {
     throw SourceFailure(kBadQuotes);
   }

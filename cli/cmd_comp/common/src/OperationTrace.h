@@ -15,8 +15,11 @@ namespace QorCliUtilities {
 //
 // - AutoCompleteNode::children, addChild and clearChildren: how the tree gets
 //   at its own data, at each turn of each loop;
+// - PipeAction, PipeComponentRecord and FrameworkPortal: steps of the
+// component's
+//   operations, which trace;
 // - Error: it is made and read when something went wrong;
-// - CliErrors and LowerCase: functions that only compose a text;
+// - CliErrors, LowerCase and OrEmpty: functions that only compose a text;
 // - the matching core of the filter: it works on each line or each byte, and
 //   knows neither the CLI nor the framework.
 //

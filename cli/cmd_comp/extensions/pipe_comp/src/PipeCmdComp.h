@@ -4,10 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "AutoCompleteResult.h"
 #include "CliApiContext.h"
-#include "PipeOutput1.h"
-#include "QorCliPipeCommand.h"
+#include "PipeComponentRecord.h"
 #include "QorMgmtSpi.h"
 #include "QorSingleton.h"
 
@@ -23,6 +21,9 @@ class PipeCmdComp : public Qor::Singleton<PipeCmdComp> {
   // The component record, never null. Owned by the component, valid and
   // unchanged as long as it.
   QorMgmtSpiComponent_1* getComponent();
+
+  // The name of the command module.
+  static char const* moduleName();
 
   // Start and stop do nothing and return 0. `reason` is only traced.
   QorReturnT start(QorStateChangeReason reason);
@@ -50,24 +51,7 @@ class PipeCmdComp : public Qor::Singleton<PipeCmdComp> {
                            unsigned actionId);
 
  private:
-  int execute(QorCliUtilities::CliApiContext& context, char const* commandLine,
-              char const* input, unsigned* commandMatchCount,
-              PipeOutput1& output);
-  int offerCandidates(QorCliUtilities::CliApiContext& context,
-                      QorCliActionEnum_2T action, char const* commandLine,
-                      PipeOutput1& output);
-  void emitCandidates(
-      QorCliUtilities::CliApiContext& context,
-      std::vector<QorCliUtilities::AutoCompleteResult> const& results);
-  void emitOutput(QorCliUtilities::CliApiContext& context,
-                  std::vector<std::string> const& lines, int status);
-
-  QorMgmtSpiComponent_1 component_;
-  QorCliApiPipeCommandComponent_1 pipeCommands_;
-  QorMgmtSpiInterface_1 logDependency_;
-  QorMgmtSpiInterface_1 traceDependency_;
-  QorMgmtSpiInterface_1 const* providedInterfaces_[2];  // null-terminated
-  QorMgmtSpiInterface_1 const* dependencies_[3];        // null-terminated
+  QorCliUtilities::PipeComponentRecord<PipeCmdComp> record_;
   unsigned currentActionId_ = 0;
   // Part of the component's layout, not used by its operations.
   [[maybe_unused]] std::vector<std::string> strings_;

@@ -1,6 +1,7 @@
 #ifndef QOR_CLI_PIPE_LCM_H
 #define QOR_CLI_PIPE_LCM_H
 
+#include "FrameworkPortal.h"
 #include "QorMgmtSpi.h"
 #include "QorSingleton.h"
 
@@ -32,7 +33,7 @@ class PipeLCM : public Qor::Singleton<PipeLCM> {
   void* getInterface(QorMgmtSpiInterface_1 const& id) const;
 
  private:
-  QorMgmtSpiInterfacePortal* portal_ = nullptr;
+  QorCliUtilities::FrameworkPortal portal_;
 };
 
 }  // namespace QorCliPipe

@@ -1,18 +1,16 @@
-#include "PipeOutput1.h"
+#include "LinesOutput.h"
 
 #include "OperationTrace.h"
 
-namespace QorCliPipe {
+namespace QorCliUtilities {
 
-using QorCliUtilities::OperationTrace;
-
-void PipeOutput1::push_back(std::string const& line) {
+void LinesOutput::push_back(std::string const& line) {
   OperationTrace const trace;
   lines_.push_back(line);
   trace.exit();
 }
 
-void PipeOutput1::push_back(std::vector<std::string> const& lines) {
+void LinesOutput::push_back(std::vector<std::string> const& lines) {
   OperationTrace const trace;
   // By index: `lines` may be this sink's own.
   std::size_t const count = lines.size();
@@ -21,16 +19,16 @@ void PipeOutput1::push_back(std::vector<std::string> const& lines) {
   trace.exit();
 }
 
-std::vector<std::string>& PipeOutput1::getOutput() {
+std::vector<std::string>& LinesOutput::getOutput() {
   OperationTrace const trace;
   trace.exit();
   return lines_;
 }
 
-void PipeOutput1::clear() {
+void LinesOutput::clear() {
   OperationTrace const trace;
   lines_.clear();
   trace.exit();
 }
 
-}  // namespace QorCliPipe
+}  // namespace QorCliUtilities
