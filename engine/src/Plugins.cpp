@@ -12,16 +12,16 @@ namespace fs = std::filesystem;
 
 constexpr char kDefaultPlugin[] = "libcli_pipe.so";
 
-// Where the library folder may be, seen from the engine's own: in a build tree
-// and installed.
-constexpr char const* kLibraryFolders[] = {"../lib", QOR_INSTALLED_LIBRARIES};
+// Where plug-ins may be, seen from the engine's own folder: in a build tree and
+// installed.
+constexpr char const* kPluginFolders[] = {"../lib", QOR_INSTALLED_PLUGINS};
 
 std::string defaultPlugin() {
   std::error_code error;
   fs::path const folder =
       fs::read_symlink("/proc/self/exe", error).parent_path();
-  for (char const* libraries : kLibraryFolders) {
-    fs::path const path = folder / libraries / kDefaultPlugin;
+  for (char const* plugins : kPluginFolders) {
+    fs::path const path = folder / plugins / kDefaultPlugin;
     if (fs::exists(path, error)) return path.lexically_normal().string();
   }
   throw PluginFailure(std::string("there is no ") + kDefaultPlugin +

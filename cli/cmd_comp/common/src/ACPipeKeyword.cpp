@@ -6,6 +6,13 @@ namespace QorCliUtilities {
 
 ACPipeKeyword::ACPipeKeyword(std::string const& keyword,
                              std::string const& help, std::set<unsigned> modes,
+                             bool potentialTerminalNode)
+    : ACPipeKeyword(keyword, help, std::move(modes), potentialTerminalNode,
+                    false, QOR_CLI_TOKEN_PIPE_COMMAND, false, true, false,
+                    false, false) {}
+
+ACPipeKeyword::ACPipeKeyword(std::string const& keyword,
+                             std::string const& help, std::set<unsigned> modes,
                              bool potentialTerminalNode, bool hidden,
                              QorCliCompletionToken_1T, bool splitAlternatives,
                              bool, bool variantCompletion, bool requiresCursor,

@@ -13,6 +13,11 @@ namespace QorCliUtilities {
 // constructor's `completionToken` and `offerWhenEmpty` say.
 class ACPipeKeyword : public ACKeyword {
  public:
+  // A plain keyword with a help text, valid in `modes`; `potentialTerminalNode`
+  // says that the command needs no further word.
+  ACPipeKeyword(std::string const& keyword, std::string const& help,
+                std::set<unsigned> modes, bool potentialTerminalNode);
+
   // The arguments are those of ACKeyword.
   ACPipeKeyword(std::string const& keyword, std::string const& help,
                 std::set<unsigned> modes, bool potentialTerminalNode,

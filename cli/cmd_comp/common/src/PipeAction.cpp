@@ -1,10 +1,13 @@
 #include "PipeAction.h"
 
+#include "LinesOutput.h"
 #include "OperationTrace.h"
 #include "OrEmpty.h"
 
 namespace QorCliUtilities {
 namespace {
+
+constexpr int kRefused = -1;
 
 bool refused(char const* reason, char const* file, char const* function,
              unsigned line) {
@@ -70,6 +73,20 @@ bool canAnswer(CliApiContext const& context, char const* file,
                char const* function, unsigned line) {
   return context ||
          refused("Input completed without a context.", file, function, line);
+}
+
+int answerPipeAction(AutoCompleteTree& tree, CliApiContext& context,
+                     PipeAction const& action, char const* file,
+                     char const* function, unsigned line) {
+  if (!canAnswer(context, action.commandMatchCount, file, function, line)) {
+    return kRefused;
+  }
+  LinesOutput output;
+  int const status = performPipeAction(tree, context, action, output);
+  if (*action.commandMatchCount != 0) {
+    emitOutput(context, action.id, output.getOutput(), status);
+  }
+  return status;
 }
 
 int performPipeAction(AutoCompleteTree& tree, CliApiContext& context,

@@ -9,26 +9,18 @@
 #include "LinesOutput.h"
 #include "QorTypes.h"
 
-// The steps in which a component answers the engine's calls to its pipe
-// commands. A component that has nothing to add to them writes
-//
-//   if (!canAnswer(context, commandMatchCount)) return -1;
-//   LinesOutput output;
-//   int const status = performPipeAction(tree, context, {...}, output);
-//   if (*commandMatchCount != 0)
-//     emitOutput(context, actionId, output.getOutput(), status);
-//   return status;
-//
-// One call at a time, as on the tree.
+// How a component answers the engine's calls to its pipe commands, in one step
+// or, for a component that has something to add, in several. One call at a
+// time, as on the tree.
 namespace QorCliUtilities {
 
 // What the engine asks for, as it hands it to a component's useModule.
 struct PipeAction {
   QorCliActionEnum_2T kind;
   unsigned id;
-  unsigned* commandMatchCount;  // not null
-  char const* commandLine;      // null is read as empty
-  char const* input;            // likewise
+  unsigned* commandMatchCount;
+  char const* commandLine;  // null is read as empty
+  char const* input;        // likewise
 };
 
 // Whether a call can be answered: the context has a record, and, where the call
@@ -44,7 +36,17 @@ bool canAnswer(CliApiContext const& context,
                char const* function = __builtin_FUNCTION(),
                unsigned line = __builtin_LINE());
 
-// Performs `action` on `tree`, and gives its id to `context`.
+// Answers a call of useModule: checks it, performs the action, and when a
+// command was run, emits its output. Returns the status of the tree, or -1 when
+// the call cannot be answered. Throws what nodes and commands throw.
+int answerPipeAction(AutoCompleteTree& tree, CliApiContext& context,
+                     PipeAction const& action,
+                     char const* file = __builtin_FILE(),
+                     char const* function = __builtin_FUNCTION(),
+                     unsigned line = __builtin_LINE());
+
+// Performs `action`, which can be answered, on `tree`, and gives its id to
+// `context`.
 //
 // Executing, `output` receives the input as one string, the command line is
 // run, and what the command printed is in `output`. Completing and helping, the

@@ -40,8 +40,7 @@ FilterCommand::FilterCommand() : AbstractCommand("Filter") {
   OperationTrace const trace;
   std::set<unsigned> const modes{QOR_CLI_MODE_ANY};
   auto keyword = std::make_unique<QorCliUtilities::ACPipeKeyword>(
-      "filter", "Print lines matching a pattern", modes, false, false,
-      QOR_CLI_TOKEN_PIPE_COMMAND, false, true, false, false, false);
+      "filter", "Print lines matching a pattern", modes, false);
   auto options = std::make_unique<ACFilterOptions>(
       modes, QorCliUtilities::VALIDATION_NONE, true);
   auto command = std::make_unique<AutoCompleteNode>(this);

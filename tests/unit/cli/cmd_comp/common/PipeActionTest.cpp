@@ -18,9 +18,7 @@ class PipeActionTest : public testing::Test {
  protected:
   PipeActionTest() {
     tree.addPathToTree(
-        {new ACPipeKeyword("tail", "The end", {QOR_CLI_MODE_ANY}, true, false,
-                           QOR_CLI_TOKEN_PIPE_COMMAND, false, true, false,
-                           false, false),
+        {new ACPipeKeyword("tail", "The end", {QOR_CLI_MODE_ANY}, true),
          new AutoCompleteNode(&command)});
   }
 
@@ -79,6 +77,18 @@ TEST_F(PipeActionTest, OutputSkipsEmptyStringsAndCountsThem) {
 TEST_F(PipeActionTest, OutputOfAFailureIsItsFirstString) {
   emitOutput(session.context, 7, {"", "error", "more"}, -1);
   EXPECT_THAT(calls(), ElementsAre("setOutput 1 3 7 error"));
+}
+
+TEST_F(PipeActionTest, AnAnswerIsTheOutputOfACommandThatWasRun) {
+  PipeAction action{QOR_CLI_ACTION_EXECUTE, 7, &matches, "head", "a\n"};
+  EXPECT_EQ(answerPipeAction(tree, session.context, action), 0);
+  EXPECT_THAT(calls(), IsEmpty());
+  action.commandLine = "tail";
+  EXPECT_EQ(answerPipeAction(tree, session.context, action), 4);
+  EXPECT_THAT(calls(), ElementsAre("setOutput 0 2 7 a\n"));
+  action.commandMatchCount = nullptr;
+  EXPECT_EQ(answerPipeAction(tree, session.context, action), -1);
+  EXPECT_EQ(command.runs.size(), 1U);
 }
 
 TEST_F(PipeActionTest, NeedsARecordAndACounter) {

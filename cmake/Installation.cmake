@@ -1,0 +1,45 @@
+# What is installed beside the programs and the libraries: headers, and the
+# files by which others find them. All paths in them are relative.
+include(CMakePackageConfigHelpers)
+
+set(QOR_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/QorCli)
+
+install(
+  DIRECTORY platform/include/
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qor
+  COMPONENT devel
+  FILES_MATCHING
+  PATTERN *.h)
+install(
+  DIRECTORY cli/cmd_comp/common/src/
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qor-cli
+  COMPONENT devel
+  FILES_MATCHING
+  PATTERN *.h)
+
+install(
+  EXPORT QorCli
+  NAMESPACE QorCli::
+  FILE QorCliTargets.cmake
+  DESTINATION ${QOR_PACKAGE_DIR}
+  COMPONENT devel)
+configure_package_config_file(
+  cmake/QorCliConfig.cmake.in QorCliConfig.cmake
+  INSTALL_DESTINATION ${QOR_PACKAGE_DIR}
+  PATH_VARS QOR_PLUGIN_DIR)
+write_basic_package_version_file(QorCliConfigVersion.cmake
+                                 COMPATIBILITY SameMajorVersion)
+install(
+  FILES ${CMAKE_CURRENT_BINARY_DIR}/QorCliConfig.cmake
+        ${CMAKE_CURRENT_BINARY_DIR}/QorCliConfigVersion.cmake
+        cmake/QorCliPlugin.cmake cmake/QorCliPlugin.map
+  DESTINATION ${QOR_PACKAGE_DIR}
+  COMPONENT devel)
+
+file(RELATIVE_PATH prefix_from_pkgconfig
+     ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/qor-cli.pc.in qor-cli.pc @ONLY)
+install(
+  FILES ${CMAKE_CURRENT_BINARY_DIR}/qor-cli.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+  COMPONENT devel)

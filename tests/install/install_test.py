@@ -1,0 +1,223 @@
+#!/usr/bin/env python3
+"""Builds and runs things against what a build installs.
+
+    install_test.py --cmake CMAKE --build DIR --source DIR --prefix DIR STEP
+
+`stage` installs the build into a folder and moves that folder to PREFIX, which
+it empties first: whatever works there does not depend on where it was installed.
+The other steps need it.
+
+    engine        the engine runs and finds its plug-in
+    find_package  the consumer builds with CMake and runs
+    pkg_config    the consumer builds with pkg-config and runs
+    example       the example component builds, and the engine loads it
+    headers       every header compiles alone (--compiler, repeatable)
+    version       one version everywhere (--version)
+"""
+import argparse
+import itertools
+import multiprocessing.pool
+import os
+import pathlib
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+
+WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Wconversion",
+            "-Werror"]
+
+
+class Failure(Exception):
+    """What is wrong, in a sentence."""
+
+
+class Installed:
+    """What was installed below a prefix, and how others find it."""
+
+    def __init__(self, arguments):
+        self.cmake = arguments.cmake
+        self.source = arguments.source
+        self.prefix = arguments.prefix
+        self.environment = {
+            name: value for name, value in os.environ.items()
+            if name not in ("LD_LIBRARY_PATH", "DESTDIR", "CMAKE_PREFIX_PATH")}
+        self.environment["CMAKE_PREFIX_PATH"] = str(self.prefix)
+        self.environment["PKG_CONFIG_PATH"] = str(self.only("qor-cli.pc").parent)
+
+    def only(self, name):
+        found = [path for path in self.prefix.rglob(name) if path.is_file()]
+        if len(found) != 1:
+            raise Failure(f"{name} is installed {len(found)} times")
+        return found[0]
+
+    def run(self, *command, **options):
+        done = subprocess.run(
+            [str(word) for word in command], env=self.environment, text=True,
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, check=False,
+            **options)
+        if done.returncode != 0:
+            raise Failure(f"{command} fails with {done.returncode}:\n{done.stdout}")
+        return done.stdout
+
+    def expect(self, command, expected):
+        printed = self.run(*command)
+        if printed != expected:
+            raise Failure(f"{command} prints {printed!r} instead of {expected!r}")
+
+    def pkg_config(self, *what):
+        return shlex.split(self.run("pkg-config", *what, "qor-cli"))
+
+    def build(self, project, folder):
+        self.run(self.cmake, "-S", project, "-B", folder,
+                 "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_STANDARD=17",
+                 "-DCMAKE_CXX_FLAGS=" + " ".join(WARNINGS))
+        self.run(self.cmake, "--build", folder)
+
+
+def stage(arguments):
+    shutil.rmtree(arguments.prefix, ignore_errors=True)
+    arguments.prefix.parent.mkdir(parents=True, exist_ok=True)
+    environment = dict(os.environ)
+    environment.pop("DESTDIR", None)
+    with tempfile.TemporaryDirectory(dir=arguments.prefix.parent) as folder:
+        first = pathlib.Path(folder, "first")
+        subprocess.run(
+            [arguments.cmake, "--install", arguments.build, "--prefix", first],
+            check=True, stdout=subprocess.DEVNULL, env=environment)
+        first.rename(arguments.prefix)
+
+
+def engine(installed, _):
+    qorcli = installed.only("qorcli")
+    installed.expect([qorcli, "-c", "echo x | filter x"], "x\n")
+    installed.expect([qorcli, "-c", "echo x | filter y"], "")
+
+
+GREETING = "hello from greet: Success\n"
+
+
+def find_package(installed, arguments):
+    with tempfile.TemporaryDirectory() as folder:
+        installed.build(arguments.source / "tests/install/consumer", folder)
+        installed.expect([pathlib.Path(folder, "consumer")], GREETING)
+
+
+def pkg_config(installed, arguments):
+    libraries = installed.pkg_config("--variable=libdir")[0]
+    with tempfile.TemporaryDirectory() as folder:
+        consumer = pathlib.Path(folder, "consumer")
+        installed.run(
+            arguments.compiler[0], "-std=c++17", *WARNINGS, "-o", consumer,
+            arguments.source / "tests/install/consumer/main.cpp",
+            *installed.pkg_config("--cflags", "--libs"),
+            "-Wl,-rpath," + libraries)
+        installed.expect([consumer], GREETING)
+
+
+def example(installed, arguments):
+    plugins = installed.pkg_config("--variable=plugindir")[0]
+    log = arguments.source / "examples/device.log"
+    lines = log.read_text().splitlines()
+    errors = sum(1 for line in lines if "error" in line.lower())
+    with tempfile.TemporaryDirectory() as folder:
+        installed.build(arguments.source / "examples/count_comp", folder)
+        plugin = pathlib.Path(folder, "libcount_comp.so")
+        exported = {
+            line.split()[-1]
+            for line in installed.run("nm", "-D", "--defined-only",
+                                      plugin).splitlines()}
+        if exported != {"qorLCMinit", "qorLCMterminate"}:
+            raise Failure(f"the example exports {exported}")
+        qorcli = [installed.only("qorcli"),
+                  "--plugin", f"{plugins}/libcli_pipe.so", "--plugin", plugin]
+        show = f"show file {log} | "
+
+        def prints(line, expected):
+            installed.expect([*qorcli, "-c", show + line], expected)
+
+        prints("count", f"{len(lines)}\n")
+        prints("filter -i error | count", f"{errors}\n")
+        prints("count error", f"{sum('error' in line for line in lines)}\n")
+        prints("COUNT --Ignore error", f"{errors}\n")
+        prints("count -i error | filter .", f"{errors}\n")
+        prints('count "no such text"', "0\n")
+        installed.expect(
+            ["sh", "-c", '"$@" 2>&1; echo "status $?"', "sh", *qorcli, "-c",
+             show + "count ("],
+            "ERROR: Malformed or too costly a pattern\n"
+            "qorcli: stage 2 (count (): failed with status -1 (Failure)\n"
+            "status 1\n")
+        completed = installed.run(*qorcli, "--complete", show + "count ")
+        if not re.search(r"^2\t<pattern>\t", completed, re.MULTILINE):
+            raise Failure(f"count is completed with {completed!r}")
+        helped = installed.run(*qorcli, "--help-line", show)
+        for command in ("count", "filter"):
+            if f"\t{command}\t" not in helped:
+                raise Failure(f"help does not know {command}: {helped!r}")
+
+
+def headers(installed, arguments):
+    flags = installed.pkg_config("--cflags")
+    folders = [pathlib.Path(flag[2:]) for flag in flags if flag[:2] == "-I"]
+    names = sorted(header for folder in folders for header in folder.iterdir())
+    if len(names) < 20:
+        raise Failure(f"only {len(names)} headers are installed")
+
+    def compile_alone(case):
+        compiler, standard, header = case
+        return installed.run(
+            compiler, f"-std={standard}", "-fsyntax-only", *WARNINGS, "-x",
+            "c++", *flags, "-include", header, "-include", header, "/dev/null")
+
+    with multiprocessing.pool.ThreadPool(os.cpu_count()) as pool:
+        pool.map(compile_alone, itertools.product(
+            arguments.compiler, ("c++17", "c++20"), names))
+    print(f"{len(names)} headers, each alone, with {arguments.compiler}")
+
+
+def version(installed, arguments):
+    expected = arguments.version
+    found = {
+        "pkg-config": installed.run("pkg-config", "--modversion",
+                                    "qor-cli").strip(),
+        "qorcli": installed.run(installed.only("qorcli"),
+                                "--version").split()[-1],
+        "runtime": installed.only("libqor_common.so").resolve().name[
+            len("libqor_common.so."):],
+        "change log": re.search(
+            r"^## (\S+)", (installed.source / "CHANGELOG.md").read_text(),
+            re.MULTILINE).group(1),
+    }
+    if set(found.values()) != {expected}:
+        raise Failure(f"versions other than {expected}: {found}")
+
+
+STEPS = {step.__name__: step for step in (
+    engine, find_package, pkg_config, example, headers, version)}
+
+
+def main():
+    parser = argparse.ArgumentParser(
+        description=__doc__,
+        formatter_class=argparse.RawDescriptionHelpFormatter)
+    for name in ("build", "source", "prefix"):
+        parser.add_argument("--" + name, type=pathlib.Path, required=True)
+    parser.add_argument("--cmake", default="cmake")
+    parser.add_argument("--compiler", action="append")
+    parser.add_argument("--version")
+    parser.add_argument("step", choices=["stage", *STEPS])
+    arguments = parser.parse_args()
+    try:
+        if arguments.step == "stage":
+            stage(arguments)
+        else:
+            STEPS[arguments.step](Installed(arguments), arguments)
+    except Failure as failure:
+        sys.exit(str(failure))
+
+
+if __name__ == "__main__":
+    main()
