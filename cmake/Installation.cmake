@@ -43,3 +43,18 @@ install(
   FILES ${CMAKE_CURRENT_BINARY_DIR}/qor-cli.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT devel)
+
+install(
+  FILES docs/writing-a-pipe-command.md docs/embedding.md docs/reliability.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT devel)
+install(
+  DIRECTORY examples
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT devel)
+if(NOT QOR_DEBIAN_PACKAGES)
+  install(
+    FILES LICENSE CHANGELOG.md
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT devel)
+endif()

@@ -12,6 +12,9 @@ test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
 check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
   clang-tidy gcovr)
 
+# What packaging and trying the packages needs beyond that.
+install_packages=("${check_packages[@]}" debootstrap dpkg-dev file lintian)
+
 # What the 32-bit build needs beyond that: compilers, the libraries' run-time
 # packages, and GoogleTest's sources. Their architecture is added first.
 ilp32_packages=(g++-multilib libpocofoundation80:i386 libedit2:i386 googletest)

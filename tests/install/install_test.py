@@ -10,9 +10,10 @@ The other steps need it.
     engine        the engine runs and finds its plug-in
     find_package  the consumer builds with CMake and runs
     pkg_config    the consumer builds with pkg-config and runs
-    example       the example component builds, and the engine loads it
+    example       the examples build, and the engine loads the component
+    guides        what the guides show is what the examples are, and works
     headers       every header compiles alone (--compiler, repeatable)
-    version       one version everywhere (--version)
+    version       one version everywhere
 """
 import argparse
 import itertools
@@ -123,6 +124,8 @@ def example(installed, arguments):
     lines = log.read_text().splitlines()
     errors = sum(1 for line in lines if "error" in line.lower())
     with tempfile.TemporaryDirectory() as folder:
+        installed.build(arguments.source / "examples/small_engine",
+                        pathlib.Path(folder, "engine"))
         installed.build(arguments.source / "examples/count_comp", folder)
         plugin = pathlib.Path(folder, "libcount_comp.so")
         exported = {
@@ -159,6 +162,17 @@ def example(installed, arguments):
                 raise Failure(f"help does not know {command}: {helped!r}")
 
 
+def guides(installed, arguments):
+    for guide, of, *whole in (
+            ("writing-a-pipe-command.md", "count_comp", "--whole"),
+            ("embedding.md", "small_engine")):
+        print(installed.run(
+            sys.executable, arguments.source / "tests/docs/guide_test.py",
+            "--qorcli", installed.only("qorcli"), "--example",
+            arguments.source / "examples" / of, *whole,
+            arguments.source / "docs" / guide), end="")
+
+
 def headers(installed, arguments):
     flags = installed.pkg_config("--cflags")
     folders = [pathlib.Path(flag[2:]) for flag in flags if flag[:2] == "-I"]
@@ -178,25 +192,28 @@ def headers(installed, arguments):
     print(f"{len(names)} headers, each alone, with {arguments.compiler}")
 
 
-def version(installed, arguments):
-    expected = arguments.version
+def version(installed, _):
+    def first(pattern, path):
+        return re.search(pattern, path.read_text(), re.MULTILINE).group(1)
+
+    expected = first(r"^project\(.* VERSION ([0-9.]+)",
+                     installed.source / "CMakeLists.txt")
+    runtime = installed.only("libqor_common.so").resolve().name
     found = {
-        "pkg-config": installed.run("pkg-config", "--modversion",
-                                    "qor-cli").strip(),
+        "CMake package": first(r"PACKAGE_VERSION \"(.*)\"",
+                               installed.only("QorCliConfigVersion.cmake")),
+        "pkg-config": installed.pkg_config("--modversion")[0],
         "qorcli": installed.run(installed.only("qorcli"),
                                 "--version").split()[-1],
-        "runtime": installed.only("libqor_common.so").resolve().name[
-            len("libqor_common.so."):],
-        "change log": re.search(
-            r"^## (\S+)", (installed.source / "CHANGELOG.md").read_text(),
-            re.MULTILINE).group(1),
+        "runtime": runtime[len("libqor_common.so."):],
+        "change log": first(r"^## (\S+)", installed.source / "CHANGELOG.md"),
     }
     if set(found.values()) != {expected}:
         raise Failure(f"versions other than {expected}: {found}")
 
 
 STEPS = {step.__name__: step for step in (
-    engine, find_package, pkg_config, example, headers, version)}
+    engine, find_package, pkg_config, example, guides, headers, version)}
 
 
 def main():
@@ -207,7 +224,6 @@ def main():
         parser.add_argument("--" + name, type=pathlib.Path, required=True)
     parser.add_argument("--cmake", default="cmake")
     parser.add_argument("--compiler", action="append")
-    parser.add_argument("--version")
     parser.add_argument("step", choices=["stage", *STEPS])
     arguments = parser.parse_args()
     try:

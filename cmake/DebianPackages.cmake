@@ -1,0 +1,105 @@
+# Debian packages by CPack, one for each component of the installation. To be
+# included last, with what the preset "package" sets.
+set(QOR_MAINTAINER "libcli_pipe maintainers <maintainers@libcli-pipe.invalid>"
+    CACHE STRING "Who answers for the packages: NAME <ADDRESS>")
+set(debian_release 1)
+set(debian_version ${PROJECT_VERSION}-${debian_release})
+
+set(package_common libqor-common${PROJECT_VERSION_MAJOR})
+set(package_plugin libcli-pipe)
+set(package_engine qorcli)
+set(package_devel libcli-pipe-dev)
+
+# The change log's first heading: ## VERSION - YEAR-MONTH-DAY
+file(STRINGS CHANGELOG.md release REGEX "^## " LIMIT_COUNT 1)
+if(NOT release MATCHES "^## ([0-9.]+) - ([0-9-]+)$"
+   OR NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
+  message(FATAL_ERROR "CHANGELOG.md begins with '${release}', "
+                      "not with the release of ${PROJECT_VERSION}")
+endif()
+execute_process(
+  COMMAND date --utc --rfc-email --date ${CMAKE_MATCH_2}
+  OUTPUT_VARIABLE release_date
+  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+
+set(documents ${CMAKE_CURRENT_BINARY_DIR}/debian)
+configure_file(cmake/debian/changelog.in ${documents}/changelog.Debian @ONLY)
+configure_file(CHANGELOG.md ${documents}/changelog COPYONLY)
+execute_process(COMMAND gzip --force --keep --best --no-name
+                        ${documents}/changelog.Debian ${documents}/changelog
+                        COMMAND_ERROR_IS_FATAL ANY)
+foreach(component common plugin engine devel)
+  install(
+    FILES cmake/debian/copyright ${documents}/changelog.Debian.gz
+          ${documents}/changelog.gz
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_${component}}
+    COMPONENT ${component})
+endforeach()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME libcli-pipe)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+# Each package has a summary of its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(CPACK_PACKAGE_CONTACT ${QOR_MAINTAINER})
+set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
+    WORLD_EXECUTE)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL common plugin engine devel)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${debian_release})
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+# qor_describe_package(<component> <section> <summary> <text>)
+macro(qor_describe_package component section summary text)
+  string(TOUPPER ${component} upper)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${package_${component}})
+  set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
+  set(CPACK_DEBIAN_${upper}_PACKAGE_SOURCE libcli-pipe)
+  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${summary}\n${text}")
+endmacro()
+
+qor_describe_package(
+  common libs "common runtime of a management framework, for development"
+  "A stand-in for the framework's library of logging, locks and status codes,
+with which plug-ins are developed and tried without the framework.")
+qor_describe_package(
+  plugin net "output filter of a network-management command line"
+  "A plug-in that a command-line engine loads. It offers the pipe command
+filter, which keeps the lines of a command's output that match a regular
+expression, with lines of context, and completes and explains it.")
+qor_describe_package(
+  engine net "command line whose output can be piped through plug-in commands"
+  "A reference engine, interactive and batch, that loads plug-ins with pipe
+commands and shows, completes and runs them.")
+qor_describe_package(
+  devel libdevel "development files for plug-ins with pipe commands"
+  "The command tree framework as a static library, its headers and those of the
+management framework's interfaces, a CMake package, a pkg-config file, guides
+and an example.")
+
+# What packages of programs that are linked to the runtime depend on, and that
+# the loader's cache is made anew.
+file(WRITE ${documents}/shlibs "libqor_common ${PROJECT_VERSION_MAJOR} \
+${package_common} (>= ${PROJECT_VERSION})\n")
+file(WRITE ${documents}/triggers "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_COMMON_PACKAGE_CONTROL_EXTRA ${documents}/shlibs
+                                              ${documents}/triggers)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+foreach(component COMMON PLUGIN ENGINE)
+  set(CPACK_DEBIAN_${component}_PACKAGE_SHLIBDEPS ON)
+endforeach()
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS
+    "${package_common} (>= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS
+    "${package_common} (>= ${PROJECT_VERSION}), ${package_plugin}")
+set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS
+    "${package_common} (= ${debian_version}), libpoco-dev")
+set(CPACK_DEBIAN_DEVEL_PACKAGE_SUGGESTS "${package_plugin}, ${package_engine}")
+
+include(CPack)
