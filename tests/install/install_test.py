@@ -46,6 +46,7 @@ class Installed:
             name: value for name, value in os.environ.items()
             if name not in ("LD_LIBRARY_PATH", "DESTDIR", "CMAKE_PREFIX_PATH")}
         self.environment["CMAKE_PREFIX_PATH"] = str(self.prefix)
+        self.environment["CMAKE_GENERATOR"] = "Ninja"
         self.environment["PKG_CONFIG_PATH"] = str(self.only("qor-cli.pc").parent)
 
     def only(self, name):
