@@ -12,9 +12,13 @@ namespace QorCliEngine {
 // A line that is longer than a chunk makes a longer chunk. A last line without
 // a line feed gets one. A NUL byte, which a text across the plug-ins' border
 // cannot carry, becomes a blank. One thread.
+//
+// A chunk is small enough for all that a call allocates to stay below what the
+// C library gives back to the system at once, which would be asked for again,
+// page by page, in the next call.
 class LineChunker {
  public:
-  static constexpr std::size_t kChunkSize = 256 * 1024;  // bytes
+  static constexpr std::size_t kChunkSize = 128 * 1024;  // bytes
 
   // Lets `read(char* place, std::size_t size)` write up to `size` bytes, of
   // which there is at least one, and takes as many as it says that it wrote.
@@ -25,7 +29,7 @@ class LineChunker {
   void append(std::string_view text);
 
   // Whether a chunk has come together.
-  bool full() const { return buffer_.size() >= kChunkSize && lineEnd_ != 0; }
+  bool full() const { return size_ >= kChunkSize && lineEnd_ != 0; }
 
   // The whole lines that have come in and have not been taken; may be empty.
   // There is a NUL byte behind them. Valid until the next call that takes.

@@ -45,7 +45,7 @@ from screen import Screen  # noqa: E402
 LIMIT = 12  # seconds, for what takes milliseconds on an idle machine
 SETTLED = 1.0  # seconds without output, when rewriting
 NO_LINE_FEED = "\\ no line feed\n"
-CHUNK = 256 * 1024  # bytes
+CHUNK = 128 * 1024  # bytes
 
 KEYS = {
     "Tab": "\t", "Enter": "\r", "Space": " ", "lt": "<", "Backspace": "\x7f",
