@@ -13,15 +13,21 @@
 namespace QorCliPipe {
 namespace {
 
-// A single character occurs nearly everywhere, and looking for many texts at
-// once costs more than it saves.
-constexpr std::size_t kShortestText = 2;  // bytes
+// Looking for many texts at once costs more than it saves.
 constexpr std::size_t kMostTexts = 8;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isOneOf(char c, std::string_view set) {
   return set.find(c) != std::string_view::npos;
+}
+
+// A single character of most kinds occurs in nearly every line, so that looking
+// for it costs more than it saves.
+bool isWorthLookingFor(std::string_view text) {
+  if (text.size() != 1) return !text.empty();
+  char const c = text.front();
+  return std::isalnum(static_cast<unsigned char>(c)) == 0 && !isOneOf(c, " :-");
 }
 
 class PatternReader {
@@ -184,7 +190,7 @@ class PatternReader {
   void finishBranch() {
     bool const plain = plain_ && !run_.empty();
     endRun();
-    if (longest_.size() < (plain ? 1 : kShortestText) ||
+    if (!(plain || isWorthLookingFor(longest_)) ||
         result_.anyOf.size() == kMostTexts) {
       giveUp();
     }
@@ -201,28 +207,23 @@ class PatternReader {
   RequiredText result_;
 };
 
-// Whether the parenthesis at the end of `pattern` closes the one at its
-// beginning, as far as that is certain.
-bool isOneGroup(std::string_view pattern) {
-  if (pattern.size() < 2 || pattern.front() != '(' || pattern.back() != ')') {
-    return false;
-  }
-  return pattern.substr(1, pattern.size() - 2).find_first_of("()[\\") ==
-         std::string_view::npos;
-}
-
-// Takes the parentheses off a pattern that is one simple group.
-std::string_view withoutGroup(std::string_view pattern) {
-  if (!isOneGroup(pattern)) return pattern;
-  if (pattern.substr(0, 3) == "(?:") pattern.remove_prefix(2);
-  if (pattern.substr(1, 1) == "?" || pattern.substr(1, 1) == "*") return "(";
-  return pattern.substr(1, pattern.size() - 2);
+// What stands between the parentheses of a pattern that is one group, if it is;
+// with a stray parenthesis in it, which makes the reader give up, if it is not.
+std::string_view insideOfGroup(std::string_view pattern) {
+  bool const wrapped = pattern.size() >= 2 && pattern.front() == '(' &&
+                       pattern.back() == ')' && !isOneOf(pattern[1], "?*");
+  bool const unnumbered = pattern.substr(0, 3) == "(?:";
+  if (!wrapped && !(unnumbered && pattern.back() == ')')) return {};
+  pattern.remove_suffix(1);
+  pattern.remove_prefix(unnumbered ? 3 : 1);
+  return pattern;
 }
 
 }  // namespace
 
 RequiredText requiredText(std::string_view pattern) {
-  return PatternReader(withoutGroup(pattern)).read();
+  RequiredText const inside = PatternReader(insideOfGroup(pattern)).read();
+  return inside.anyOf.empty() ? PatternReader(pattern).read() : inside;
 }
 
 }  // namespace QorCliPipe

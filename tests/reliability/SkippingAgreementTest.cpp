@@ -1,0 +1,154 @@
+#include <Poco/Exception.h>
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "ContextRules.h"
+#include "LineFilter.h"
+#include "RandomPattern.h"
+#include "RequiredText.h"
+#include "Seed.h"
+#include "SmallStack.h"
+
+// A filter that skips the lines that cannot match keeps what one keeps that
+// matches every line.
+
+namespace qor_test {
+namespace {
+
+using QorCliPipe::ContextRules;
+using QorCliPipe::LineFilter;
+using QorCliPipe::requiredText;
+using Texts = std::vector<std::string>;
+
+constexpr int kPatterns = kAddressSanitizer ? 4000 : 40000;
+constexpr std::size_t kMostLines = 40;
+constexpr std::size_t kMostContext = 3;  // lines
+
+constexpr std::size_t kExhaustiveLength = kAddressSanitizer ? 3 : 4;
+constexpr char kExhaustiveBytes[] = "ab|()?*.\\[]^";
+constexpr std::size_t kLongestWord = 3;
+constexpr char kWordBytes[] = "abB";
+
+struct Options {
+  bool ignoreCase;
+  bool invert;
+  int after;
+  int before;
+};
+
+std::ostream& operator<<(std::ostream& out, Options const& options) {
+  return out << "-i " << options.ignoreCase << " -v " << options.invert
+             << " -a " << options.after << " -b " << options.before;
+}
+
+// Nothing when the pattern is refused or gives up.
+std::optional<Texts> kept(std::string const& pattern, std::string const& text,
+                          Options const& options,
+                          LineFilter::Skipping skipping) {
+  try {
+    LineFilter filter(pattern, options.ignoreCase, skipping);
+    QorCliPipe::PipeCmd::FilterStruct state;
+    Texts sink;
+    ContextRules rules(options.after, options.before, state, sink);
+    filter.filter(text, options.invert, rules);
+    return sink;
+  } catch (Poco::RegularExpressionException const&) {
+    return std::nullopt;
+  }
+}
+
+// All texts of up to `longest` bytes from `bytes`.
+Texts allTexts(std::string const& bytes, std::size_t longest) {
+  Texts texts{""};
+  for (std::size_t begin = 0; texts.back().size() < longest;) {
+    std::size_t const end = texts.size();
+    for (; begin < end; ++begin) {
+      for (char const c : bytes) texts.push_back(texts[begin] + c);
+    }
+  }
+  return texts;
+}
+
+class SkippingAgreement : public testing::Test {
+ protected:
+  void compare(std::string const& pattern, std::string const& text,
+               Options const& options) {
+    auto const expected =
+        kept(pattern, text, options, LineFilter::Skipping::kOff);
+    if (!expected) return;
+    if (!requiredText(pattern).anyOf.empty()) ++skipping_;
+    ASSERT_EQ(expected, kept(pattern, text, options, LineFilter::Skipping::kOn))
+        << pattern << ' ' << options << " over:\n"
+        << testing::PrintToString(text);
+  }
+
+  int skipping_ = 0;  // comparisons in which lines could be skipped
+};
+
+TEST_F(SkippingAgreement, OnAllShortPatternsAndWords) {
+  std::string text;
+  for (std::string const& word : allTexts(kWordBytes, kLongestWord)) {
+    text += word + '\n';
+  }
+  int patterns = 0;
+  for (std::string const& pattern :
+       allTexts(kExhaustiveBytes, kExhaustiveLength)) {
+    compare(pattern, text, {patterns % 2 == 0, false, 0, 0});
+    ASSERT_FALSE(HasFatalFailure());
+    ++patterns;
+  }
+  std::cout << skipping_ << " of " << patterns << " patterns skip" << std::endl;
+  EXPECT_GT(skipping_, patterns / 20);
+}
+
+class RandomSkippingAgreement : public SkippingAgreement {
+ protected:
+  // Random patterns seldom hold much plain text.
+  std::string pattern() {
+    std::string result = source_.pattern();
+    for (std::size_t words = source_.below(3); words != 0; --words) {
+      result.insert(source_.below(result.size() + 1), word());
+    }
+    return result;
+  }
+
+  std::string word() {
+    std::string const words[] = {"ab", "abc", "bA", "c.", "|ab", "(bc|a)"};
+    return words[source_.below(std::size(words))];
+  }
+
+  std::string text() {
+    std::string result;
+    for (std::size_t lines = source_.below(kMostLines); lines != 0; --lines) {
+      result += source_.line() + '\n';
+    }
+    return result + source_.line();
+  }
+
+  int context() { return static_cast<int>(source_.below(kMostContext + 1)); }
+
+  Options options() {
+    return {source_.below(2) == 0, source_.below(2) == 0, context(), context()};
+  }
+
+  std::mt19937 random_{testSeed()};
+  RandomPattern source_{random_};
+};
+
+TEST_F(RandomSkippingAgreement, OnRandomPatternsAndTexts) {
+  for (int i = 0; i < kPatterns; ++i) {
+    compare(pattern(), text(), options());
+    ASSERT_FALSE(HasFatalFailure());
+  }
+  std::cout << skipping_ << " of " << kPatterns << " comparisons skip"
+            << std::endl;
+  EXPECT_GT(skipping_, kPatterns / 20);
+}
+
+}  // namespace
+}  // namespace qor_test
