@@ -1,6 +1,7 @@
 #include "ContextRules.h"
 
 #include "LineBegin.h"
+#include "SpareLines.h"
 
 namespace QorCliPipe {
 namespace {
@@ -48,7 +49,7 @@ void ContextRules::wantedLine(std::string_view line) {
     state_.separatorPending = true;
     state_.precedingLines.moveTo(sink_);
   }
-  sink_.emplace_back(line);
+  appendLine(line, sink_);
 }
 
 void ContextRules::unwanted(std::string_view lines) {
@@ -67,7 +68,7 @@ void ContextRules::unwantedLineInRun(std::string_view line) {
     state_.runCounter = 0;
     return;
   }
-  sink_.emplace_back(line);
+  appendLine(line, sink_);
   --state_.trailingLinesLeft;
   if (state_.trailingLinesLeft == 0 && before_ != 0) state_.runCounter = 0;
 }

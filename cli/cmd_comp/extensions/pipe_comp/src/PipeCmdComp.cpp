@@ -5,6 +5,7 @@
 #include "PipeAction.h"
 #include "PipeCmdTree.h"
 #include "PipeOutput1.h"
+#include "SpareLines.h"
 
 namespace QorCliPipe {
 namespace {
@@ -52,6 +53,7 @@ QorReturnT PipeCmdComp::useModule(CliApiContext& context,
   if (*commandMatchCount != 0) {
     emitOutput(context, currentActionId_, output.getOutput(), status);
   }
+  keepAsSpare(output.getOutput());
   return trace.exitWith(status);
 }
 

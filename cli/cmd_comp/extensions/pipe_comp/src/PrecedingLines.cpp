@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "SpareLines.h"
+
 namespace QorCliPipe {
 
 bool PrecedingLines::append(std::string_view line, std::size_t limit) {
   if (lines_.size() < limit) {
     straighten();
-    lines_.emplace_back(line);
+    appendLine(line, lines_);
     return false;
   }
   lines_[oldest_].assign(line);
