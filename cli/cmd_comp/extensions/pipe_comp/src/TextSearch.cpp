@@ -65,6 +65,7 @@ std::size_t TextSearch::findCarefully(std::string_view text,
 
 std::size_t TextSearch::find(std::string_view text, std::size_t from) const {
   constexpr std::size_t kPlaces = sizeof(__m128i);
+  constexpr std::size_t kSteps = 2;
   __m128i const firstByte = _mm_set1_epi8(wanted_[first_]);
   __m128i const firstFold = _mm_set1_epi8(folds_[first_]);
   __m128i const secondByte = _mm_set1_epi8(wanted_[second_]);
@@ -72,13 +73,18 @@ std::size_t TextSearch::find(std::string_view text, std::size_t from) const {
   auto const load = [](char const* place) {
     return _mm_loadu_si128(reinterpret_cast<__m128i const*>(place));
   };
-  std::size_t i = from;
-  for (; i + wanted_.size() - 1 + kPlaces <= text.size(); i += kPlaces) {
-    char const* const place = text.data() + i;
+  auto const candidatesAt = [&](char const* place) {
     __m128i const first = _mm_or_si128(load(place + first_), firstFold);
     __m128i const second = _mm_or_si128(load(place + second_), secondFold);
-    auto candidates = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(
         _mm_cmpeq_epi8(first, firstByte), _mm_cmpeq_epi8(second, secondByte))));
+  };
+  std::size_t i = from;
+  for (; i + wanted_.size() - 1 + kSteps * kPlaces <= text.size();
+       i += kSteps * kPlaces) {
+    char const* const place = text.data() + i;
+    unsigned candidates = candidatesAt(place) | candidatesAt(place + kPlaces)
+                                                    << kPlaces;
     for (; candidates != 0; candidates &= candidates - 1) {
       auto const offset = static_cast<std::size_t>(__builtin_ctz(candidates));
       if (standsAt(place + offset)) return i + offset;

@@ -12,7 +12,7 @@ namespace QorCliPipe {
 // letters.
 //
 // Where two of its bytes, the least common ones, stand at their distance from
-// each other, the rest is compared; those two are looked for in 16 places at a
+// each other, the rest is compared; those two are looked for in 32 places at a
 // time where the processor can. Takes time proportional to the text searched,
 // times the length of the text found when it is made to resemble it. Read-only
 // after construction.
