@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libcli11-dev
 
 # What its tests need beyond that.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
-  binutils strace)
+  binutils strace time)
 
 # What the other checks need.
 check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
@@ -18,3 +18,8 @@ install_packages=("${check_packages[@]}" debootstrap dpkg-dev file lintian)
 # What the 32-bit build needs beyond that: compilers, the libraries' run-time
 # packages, and GoogleTest's sources. Their architecture is added first.
 ilp32_packages=(g++-multilib libpocofoundation80:i386 libedit2:i386 googletest)
+
+# What the benchmarks need beyond what compiles the project: a library, the
+# filters to compare with, and what measures and draws.
+bench_packages=("${build_packages[@]}" libbenchmark-dev grep pcre2-utils ripgrep
+  time python3 python3-matplotlib)

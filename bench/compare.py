@@ -1,0 +1,238 @@
+#!/usr/bin/env python3
+"""Measures qorcli's filter side by side with other line filters.
+
+usage: compare.py QORCLI RESULTS.csv [MODE...] [--size SIZE] [--repeat N]
+                  [--folder DIR] [--tools TOOL...]
+
+Modes (all by default):
+  ratios    six patterns, each plain and with options, over SIZE of log text
+  everyday  the same for a word in 4 KB: what it costs to start a program
+  memory    the peak memory of qorcli, over four times SIZE
+  linear    lengths of the text, of its lines and of the context
+
+In each mode the tools run in turn, N times; times are medians, and a ratio is
+the median of the ratios within a turn to the time of "grep -P". Every tool has
+to print the very bytes that "grep -P" prints: exits with 1 when one does not.
+All read standard input and write a file in DIR, which should be in memory.
+Where pcre2grep separates groups of lines by rules of its own, its output is not
+compared.
+"""
+import argparse
+import csv
+import filecmp
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+import log_text
+
+SEPARATOR = "   --"  # between groups of lines, as the filter prints it
+REFERENCE = "grep -P"
+TOOLS = [REFERENCE, "qorcli", "grep -E", "pcre2grep", "rg"]
+BYTES = dict(os.environ, LC_ALL="C")  # the filter, too, matches bytes
+
+# For "grep -E" where it wants them written otherwise.
+PATTERNS = {
+    "error": None,
+    "retry [0-9]+": None,
+    r"[0-9]{1,3}\.[0-9]{1,3}\.[0-9]{1,3}\.[0-9]{1,3}": None,
+    "link (up|down)$": None,
+    r"(?:up|down|fail\w*)": r"(up|down|fail\w*)",
+    r"\b\d{5}\b.*retry": r"\b[0-9]{5}\b.*retry",
+}
+EVERYDAY = 20  # times as many turns, for runs of a few milliseconds
+QUAD = list(PATTERNS)[2]
+OPTIONS = [[], ["-i"], ["-v"], ["-b", "2", "-a", "2"]]
+
+COLUMNS = ["mode", "text", "pattern", "options", "tool", "wall_s", "cpu_s",
+           "peak_kib", "wall_ratio", "cpu_ratio"]
+
+
+def separated(command, option, options):
+    """The command with its options, and the separator set by `option`."""
+    if option and ("-b" in options or "-a" in options):
+        command.append(f"{option}={SEPARATOR}")
+    return command + [o.replace("-b", "-B").replace("-a", "-A")
+                      for o in options]
+
+
+def commands(qorcli, pattern, options):
+    """The tools by name, in the order in which they run: what to start."""
+    extended = PATTERNS[pattern] or pattern
+    group = "--group-separator"
+    return {
+        REFERENCE: separated(["grep", "-P"], group, options) + [pattern],
+        "qorcli": [qorcli, "-c",
+                   " ".join(["filter", *options, f'"{pattern}"'])],
+        "grep -E": separated(["grep", "-E"], group, options) + [extended],
+        "pcre2grep": separated(["pcre2grep"], None, options) + [pattern],
+        "rg": separated(["rg", "--no-config", "--no-unicode"],
+                        "--context-separator", options) + [pattern],
+    }
+
+
+def same_rules(tool, options):
+    """Whether a tool's output is to be that of "grep -P".
+
+    Around adjacent groups of lines, pcre2grep sets a separator, too.
+    """
+    return tool != "pcre2grep" or "-b" not in options
+
+
+def run(command, text, out):
+    """Runs the command once; returns wall and processor time in seconds."""
+    actions = [(os.POSIX_SPAWN_OPEN, 0, text, os.O_RDONLY, 0),
+               (os.POSIX_SPAWN_OPEN, 1, out,
+                os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600)]
+    begin = time.perf_counter()
+    child = os.posix_spawnp(command[0], command, BYTES, file_actions=actions)
+    _, status, usage = os.wait4(child, 0)
+    wall = time.perf_counter() - begin
+    if os.waitstatus_to_exitcode(status) not in (0, 1):
+        sys.exit(f"failed: {command}")
+    return wall, usage.ru_utime + usage.ru_stime
+
+
+def peak_memory(command, text, out):
+    """Runs the command once; returns the KiB of its peak memory."""
+    with tempfile.NamedTemporaryFile("r") as report:
+        run(["time", "-q", "-f", "%M", "-o", report.name, *command], text, out)
+        return int(report.read())
+
+
+class Comparison:
+    """Measures, prints and collects the rows of the results."""
+
+    def __init__(self, arguments, folder):
+        self.qorcli = arguments.qorcli
+        self.repeat = arguments.repeat
+        self.tools = arguments.tools
+        self.folder = pathlib.Path(folder)
+        self.rows = []
+        self.different = 0
+
+    def text(self, size, length=None):
+        """The path of a text of `size` bytes, made unless it is there."""
+        path = self.folder / f"text-{size}-{length}"
+        if not path.exists():
+            for old in self.folder.glob("text-*"):
+                old.unlink()
+            with open(path, "wb") as out:
+                log_text.write(out, size, length=length)
+        return path
+
+    def first_runs(self, tools, text, options):
+        """The tools' peaks of memory; their outputs are compared."""
+        peaks = {}
+        expected = self.folder / "expected"
+        for tool, command in tools.items():
+            out = expected if tool == REFERENCE else self.folder / "out"
+            peaks[tool] = peak_memory(command, text, out)
+            if same_rules(tool, options) and \
+                    not filecmp.cmp(expected, out, shallow=False):
+                print(f"DIFFERENT: {command}")
+                self.different += 1
+        expected.unlink()
+        return peaks
+
+    def compare(self, mode, name, text, pattern, options, only=TOOLS):
+        """Adds a row for each tool that is among those named in `only`."""
+        tools = {tool: command for tool, command in
+                 commands(self.qorcli, pattern, options).items()
+                 if tool in only and tool in self.tools}
+        peaks = self.first_runs(tools, text, options)
+        times = {tool: [] for tool in tools}
+        for _ in range(self.repeat * (EVERYDAY if mode == "everyday" else 1)):
+            for tool, command in tools.items():
+                times[tool].append(run(command, text, self.folder / "out"))
+        for tool in tools:
+            self.add([mode, name, pattern, " ".join(options), tool],
+                     times[tool], peaks[tool], times[REFERENCE])
+
+    def add(self, what, times, peak, reference):
+        """Adds and prints a row."""
+        median = statistics.median
+        wall, cpu = map(median, zip(*times))
+        wall_ratio, cpu_ratio = map(median, zip(*(
+            (own[0] / other[0], own[1] / other[1])
+            for own, other in zip(times, reference))))
+        row = what + [f"{wall:.4f}", f"{cpu:.4f}", peak,
+                      f"{wall_ratio:.2f}", f"{cpu_ratio:.2f}"]
+        self.rows.append(row)
+        print("\t".join(map(str, row)), flush=True)
+
+
+def ratios(comparison, size):
+    for pattern in PATTERNS:
+        for options in OPTIONS:
+            comparison.compare("ratios", size, comparison.text(size), pattern,
+                               options)
+
+
+def everyday(comparison, _):
+    comparison.compare("everyday", 4096, comparison.text(4096), "error", [])
+
+
+def memory(comparison, size):
+    text = comparison.text(4 * size)
+    deep = ["-b", "100000"]
+    for pattern in PATTERNS:
+        for options in OPTIONS + [deep]:
+            command = commands(comparison.qorcli, pattern, options)["qorcli"]
+            out = comparison.folder / "out"
+            comparison.rows.append(
+                ["memory", 4 * size, pattern, " ".join(options), "qorcli", "",
+                 "", peak_memory(command, text, out), "", ""])
+            print(*comparison.rows[-1], sep="\t", flush=True)
+
+
+def linear(comparison, size):
+    both = TOOLS[:2]
+    million = 10 ** 6
+    for count in (million, 10 * million, 100 * million, 1000 * million):
+        for pattern in ("error", QUAD):
+            comparison.compare("linear: text", count, comparison.text(count),
+                               pattern, [], both)
+    for before in (1, 1000, 100000):
+        comparison.compare("linear: before", size, comparison.text(size),
+                           "error", ["-b", str(before)], both)
+    for length in (10, 100, 1000, 10000, 100000, million):
+        for pattern in ("link (up|down)$", QUAD):
+            comparison.compare("linear: lines", length,
+                               comparison.text(100 * million, length), pattern,
+                               [], both)
+
+
+MODES = {function.__name__: function
+         for function in (ratios, everyday, memory, linear)}
+
+
+def main():
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
+    parser.add_argument("qorcli")
+    parser.add_argument("results")
+    parser.add_argument("modes", nargs="*", default=list(MODES), metavar="MODE")
+    parser.add_argument("--size", type=log_text.size_of, default="256M")
+    parser.add_argument("--repeat", type=int, default=7)
+    parser.add_argument("--folder", default="/dev/shm")
+    parser.add_argument("--tools", nargs="+", default=TOOLS, choices=TOOLS)
+    arguments = parser.parse_args()
+    with tempfile.TemporaryDirectory(dir=arguments.folder) as folder:
+        comparison = Comparison(arguments, folder)
+        print(*COLUMNS, sep="\t")
+        for mode in arguments.modes:
+            MODES[mode](comparison, arguments.size)
+    with open(arguments.results, "w", newline="", encoding="utf-8") as out:
+        csv.writer(out, lineterminator="\n").writerows(
+            [COLUMNS] + comparison.rows)
+    sys.exit(f"{comparison.different} outputs differ"
+             if comparison.different else 0)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,97 @@
+#!/usr/bin/env python3
+"""Writes log text that is the same for the same seed and size.
+
+usage: log_text.py SIZE [--seed N] [--line-length BYTES] > FILE
+
+SIZE counts bytes and may end in K, M or G (times 1024); the text is cut behind
+the last line that fits. Some 1 % of the lines hold the word "error", 2 % end in
+"link up" or "link down", 10 % hold a dotted quad, 30 % a number of five digits.
+With a line length, each line is made so long: cut, or continued by its own end.
+"""
+import argparse
+import functools
+import random
+import sys
+
+BLOCK_LINES = 800
+BLOCKS = 128  # of different text; a longer one repeats them in random order
+
+UNITS = {"K": 1 << 10, "M": 1 << 20, "G": 1 << 30}
+
+# How often of 1000 lines, and the line; names in braces stand for numbers.
+KINDS = [
+    (10, "error: crc on eth{few}, retry {few}"),
+    (4, "bgp neighbour 10.0.{few}.1 ERROR hold timer expired"),
+    (10, "eth{few} link down"),
+    (10, "eth{few} link up"),
+    (20, "eth{few} link up 10 Gbit/s"),
+    (6, "raid[{pid}]: disk {few} does not answer, retry {few}"),
+    (6, "login admin failed from 198.51.100.{byte}"),
+    (90, "login admin from 198.51.100.{byte}"),
+    (290, "cron[{pid}]: session opened for user monitor by (uid=0)"),
+    (154, "eth{few} rx {large} packets tx {large} packets, 0 dropped"),
+    (200, "fan tray {few} speed {rpm} rpm, temperature {two} C"),
+    (100, "psu {few} output 12.{few} V, load {two} percent, all rails nominal"),
+    (100, "config saved, revision {few}"),
+]
+
+NUMBERS = {"few": (1, 8), "byte": (1, 254), "pid": (10000, 32767),
+           "large": (100000, 9999999), "rpm": (3000, 6000), "two": (20, 60)}
+
+
+def size_of(text):
+    """The number of bytes that `text` names."""
+    unit = UNITS.get(text[-1:].upper())
+    return int(text[:-1]) * unit if unit else int(text)
+
+
+def shaped(line, length):
+    """The line, at its own length or at `length` bytes with the line feed."""
+    if length is None:
+        return line + "\n"
+    return (line * (length // len(line) + 1))[-(length - 1):] + "\n"
+
+
+def block(source, length, lines):
+    """Lines from `source`, a random number generator, as bytes."""
+    weights = [kind[0] for kind in KINDS]
+    text = []
+    for i, (_, kind) in enumerate(source.choices(KINDS, weights, k=lines)):
+        numbers = {name: source.randint(*bounds)
+                   for name, bounds in NUMBERS.items()}
+        time = f"Mar 01 06:{i // 60 % 60:02}:{i % 60:02}"
+        text.append(shaped(f"{time} core1 " + kind.format(**numbers), length))
+    return "".join(text).encode()
+
+
+def write(out, size, seed=1, length=None):
+    """Writes at most `size` bytes of whole lines to the binary file `out`."""
+    order = random.Random(seed)
+    lines = max(1, min(BLOCK_LINES, 64 * BLOCK_LINES // (length or 64)))
+
+    @functools.lru_cache(maxsize=None)
+    def text_of(number):
+        return block(random.Random(f"{seed}/{number}"), length, lines)
+
+    left = size
+    while left > 0:
+        text = text_of(order.randrange(BLOCKS))
+        if len(text) > left:
+            text = text[:text.rfind(b"\n", 0, left) + 1]
+            left = len(text)
+        out.write(text)
+        left -= len(text)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("size", type=size_of)
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--line-length", type=int)
+    arguments = parser.parse_args()
+    write(sys.stdout.buffer, arguments.size, arguments.seed,
+          arguments.line_length)
+
+
+if __name__ == "__main__":
+    main()
