@@ -11,6 +11,9 @@
 namespace QorCliEngine {
 namespace {
 
+// What stands for the source in figures when no command prints the text.
+constexpr char kStandardInput[] = "(standard input)";
+
 void refuseEmptyStages(std::vector<std::string> const& texts) {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (!texts[i].empty()) continue;
@@ -22,15 +25,18 @@ void refuseEmptyStages(std::vector<std::string> const& texts) {
 }  // namespace
 
 CommandRunner::CommandRunner(Session& session, SourceCommands& sourceCommands,
-                             StandardInput& input, OutputWriter& output)
+                             StandardInput& input, OutputWriter& output,
+                             Diagnostics& diagnostics)
     : session_(session),
       sourceCommands_(sourceCommands),
       input_(input),
-      output_(output) {}
+      output_(output),
+      diagnostics_(diagnostics) {}
 
 bool CommandRunner::run(std::string const& line) {
   std::vector<std::string> const texts = CommandLine::stages(line);
   if (texts.size() == 1 && texts.front().empty()) return true;
+  Diagnostics::Line const watched(diagnostics_);
   try {
     try {
       refuseEmptyStages(texts);
@@ -43,6 +49,7 @@ bool CommandRunner::run(std::string const& line) {
       throw;
     }
   } catch (CommandFailure const& failure) {
+    diagnostics_.showTrace();
     std::cerr << failure.lines() << "qorcli: " << failure.what() << std::endl;
   } catch (Interrupted const&) {
     output_.buffer().clear();
@@ -59,11 +66,17 @@ void CommandRunner::runStages(std::vector<std::string> const& texts) {
       !sourceCommands_.knows(CommandLine::firstWord(first), false);
   std::unique_ptr<Source> const source =
       fromInput ? input_.rest() : prepare(first);
+  std::vector<std::string> parts = texts;
+  if (fromInput) parts.insert(parts.begin(), kStandardInput);
+  diagnostics_.beginStages(parts);
+  std::size_t const firstNumber = fromInput ? 0 : 1;
   std::vector<PipeStage> stages;
-  for (std::size_t i = fromInput ? 0 : 1; i < texts.size(); ++i) {
-    stages.emplace_back(i + 1, texts[i], session_.nextActionId(), session_);
+  for (std::size_t i = 1; i < parts.size(); ++i) {
+    stages.emplace_back(i + firstNumber, parts[i], session_.nextActionId(),
+                        session_, diagnostics_.figures(i));
   }
-  Pipeline pipeline(stageName(1, first), std::move(stages), output_);
+  Pipeline pipeline(stageName(1, first), std::move(stages), output_,
+                    diagnostics_);
   pipeline.run(*source, Framework::instance().pipeComponents());
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Diagnostics.h"
 #include "OutputWriter.h"
 #include "PipeStage.h"
 #include "Session.h"
@@ -19,7 +20,8 @@ class CommandRunner {
  public:
   // No argument is owned.
   CommandRunner(Session& session, SourceCommands& sourceCommands,
-                StandardInput& input, OutputWriter& output);
+                StandardInput& input, OutputWriter& output,
+                Diagnostics& diagnostics);
 
   // Runs one line, to its end. Returns false when it failed or was interrupted;
   // why, is then on standard error. An empty line succeeds. Throws OutputClosed
@@ -34,6 +36,7 @@ class CommandRunner {
   SourceCommands& sourceCommands_;
   StandardInput& input_;
   OutputWriter& output_;
+  Diagnostics& diagnostics_;
 };
 
 }  // namespace QorCliEngine

@@ -18,8 +18,9 @@ bool isInteractive(Options const& options) {
 }
 
 std::unique_ptr<OutputWriter> makeOutput(Options const& options) {
+  // A trace would be written across the pager's screen.
   bool const paged = isInteractive(options) && !options.noPager &&
-                     ::isatty(STDOUT_FILENO) != 0;
+                     !options.trace && ::isatty(STDOUT_FILENO) != 0;
   if (paged) return std::make_unique<PagedOutput>();
   return std::make_unique<OutputWriter>();
 }
@@ -28,6 +29,7 @@ std::unique_ptr<OutputWriter> makeOutput(Options const& options) {
 
 Engine::Engine(Options const& options)
     : options_(options),
+      diagnostics_(options.trace, options.timing),
       plugins_(options.plugins),
       session_(options.mode, options.cursor, options.loginName),
       output_(makeOutput(options)),
@@ -35,7 +37,7 @@ Engine::Engine(Options const& options)
           session_,
           [this] { return completer_.commandList(Terminal::size().columns); }),
       completer_(session_, sourceCommands_),
-      runner_(session_, sourceCommands_, input_, *output_) {}
+      runner_(session_, sourceCommands_, input_, *output_, diagnostics_) {}
 
 int Engine::run() {
   try {
@@ -86,6 +88,7 @@ int Engine::runShell() {
 
 int Engine::printCandidates(QorCliActionEnum_2T action,
                             std::string const& line) {
+  Diagnostics::Line const watched(diagnostics_);
   try {
     output_->buffer() += Candidates::rows(completer_.ask(action, line));
     output_->finish();

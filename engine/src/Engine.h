@@ -7,6 +7,7 @@
 
 #include "CommandRunner.h"
 #include "Completer.h"
+#include "Diagnostics.h"
 #include "Options.h"
 #include "OutputWriter.h"
 #include "Plugins.h"
@@ -20,7 +21,8 @@ namespace QorCliEngine {
 // One in a process, one thread.
 class Engine {
  public:
-  // Loads the plug-ins. Throws PluginFailure. `options` is not owned.
+  // Loads the plug-ins. Throws PluginFailure, and what Diagnostics throws.
+  // `options` is not owned.
   explicit Engine(Options const& options);
 
   // Does what the options ask for and returns the exit status.
@@ -34,6 +36,7 @@ class Engine {
   int printCandidates(QorCliActionEnum_2T action, std::string const& line);
 
   Options const& options_;
+  Diagnostics diagnostics_;
   Plugins plugins_;
   Session session_;
   std::unique_ptr<OutputWriter> output_;

@@ -40,6 +40,11 @@ void addOptions(CLI::App& app, Options& options) {
       ->type_name("NAME");
   app.add_flag("--no-pager", options.noPager,
                "Never show long output with a pager");
+  app.add_flag("--trace", options.trace,
+               "Show each line's walk through the command trees, on standard "
+               "error");
+  app.add_flag("--timing", options.timing,
+               "Show lines, bytes and time of each stage, likewise");
 }
 
 }  // namespace

@@ -23,6 +23,8 @@ struct Options {
   std::string cursor;
   std::string loginName;
   bool noPager = false;
+  bool trace = false;
+  bool timing = false;
 
   // Reads the arguments into this object. Returns the exit status when the
   // engine is to end at once: after --help or --version, or wrong usage, which

@@ -14,11 +14,12 @@ std::string stageName(std::size_t number, std::string const& text) {
 }
 
 PipeStage::PipeStage(std::size_t number, std::string text, unsigned actionId,
-                     Session& session)
+                     Session& session, StageFigures* figures)
     : number_(number),
       text_(std::move(text)),
       actionId_(actionId),
-      session_(session) {}
+      session_(session),
+      figures_(figures) {}
 
 void PipeStage::open(std::vector<PipeComponent> const& components,
                      std::string& sink) {
@@ -27,7 +28,7 @@ void PipeStage::open(std::vector<PipeComponent> const& components,
     component_ = component;
     unsigned matches = 0;
     QorReturnT const status = execute("", matches, sink);
-    if (matches != 0 && status == 0) return;
+    if (matches != 0 && status == 0) return countOutput(sink, mark);
     if (matches != 0) fail("failed with " + statusText(status), mark, sink);
     sink.resize(mark);
   }
@@ -38,8 +39,10 @@ void PipeStage::open(std::vector<PipeComponent> const& components,
 void PipeStage::process(char const* input, std::string& sink) {
   std::size_t const mark = sink.size();
   unsigned matches = 0;
+  if (figures_ != nullptr) figures_->in.add(input);
   QorReturnT const status = execute(input, matches, sink);
   if (status != 0) fail("failed with " + statusText(status), mark, sink);
+  countOutput(sink, mark);
 }
 
 void PipeStage::complete(std::string& sink) {
@@ -56,6 +59,7 @@ void PipeStage::complete(std::string& sink) {
     fail("failed at the end of its input with " + statusText(status), mark,
          sink);
   }
+  countOutput(sink, mark);
 }
 
 QorReturnT PipeStage::execute(char const* input, unsigned& matches,
@@ -68,10 +72,17 @@ QorReturnT PipeStage::execute(char const* input, unsigned& matches,
       sink);
 }
 
+void PipeStage::countOutput(std::string const& sink, std::size_t mark) {
+  if (figures_ != nullptr) {
+    figures_->out.add(std::string_view(sink).substr(mark));
+  }
+}
+
 template <class Call>
 QorReturnT PipeStage::call(Call const& call, std::string& sink) {
   std::size_t const mark = sink.size();
   try {
+    StageClock const clock(figures_);
     OutputContext context(session_, sink);
     return call(context);
   } catch (std::exception const& exception) {

@@ -7,6 +7,7 @@
 
 #include "PipeComponent.h"
 #include "Session.h"
+#include "StageFigures.h"
 
 namespace QorCliEngine {
 
@@ -21,9 +22,10 @@ std::string stageName(std::size_t number, std::string const& text);
 class PipeStage {
  public:
   // `number`: the stage's place in the line, from 1. `actionId`: names the
-  // command to its component, used for no other. `session` is not owned.
+  // command to its component, used for no other. `session` is not owned;
+  // neither is `figures`, which may be null.
   PipeStage(std::size_t number, std::string text, unsigned actionId,
-            Session& session);
+            Session& session, StageFigures* figures);
 
   // Finds the component that knows the command: it runs the command over an
   // empty text, so that wrong usage shows before there is any other.
@@ -38,6 +40,7 @@ class PipeStage {
 
  private:
   QorReturnT execute(char const* input, unsigned& matches, std::string& sink);
+  void countOutput(std::string const& sink, std::size_t mark);
   template <class Call>
   QorReturnT call(Call const& call, std::string& sink);
   [[noreturn]] void fail(std::string const& reason, std::size_t mark,
@@ -47,6 +50,7 @@ class PipeStage {
   std::string text_;
   unsigned actionId_;
   Session& session_;
+  StageFigures* figures_;
   std::optional<PipeComponent> component_;
 };
 

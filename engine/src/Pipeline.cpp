@@ -17,6 +17,7 @@ constexpr int kPatience = 200;  // milliseconds
 template <class Action>
 auto Pipeline::ofSource(Action const& action) const {
   try {
+    StageClock const clock(sourceFigures_);
     return action();
   } catch (SourceFailure const& failure) {
     throw CommandFailure(sourceName_ + ": " + failure.what());
@@ -24,11 +25,13 @@ auto Pipeline::ofSource(Action const& action) const {
 }
 
 Pipeline::Pipeline(std::string sourceName, std::vector<PipeStage> stages,
-                   OutputWriter& output)
+                   OutputWriter& output, Diagnostics& diagnostics)
     : sourceName_(std::move(sourceName)),
       stages_(std::move(stages)),
       between_(stages_.size()),
-      output_(output) {}
+      output_(output),
+      diagnostics_(diagnostics),
+      sourceFigures_(diagnostics.figures(0)) {}
 
 void Pipeline::run(Source& source,
                    std::vector<PipeComponent> const& components) {
@@ -55,6 +58,7 @@ void Pipeline::open(std::vector<PipeComponent> const& components) {
     stages_[i].open(components, sinkOf(i));
   }
   flowFrom(1);
+  diagnostics_.showTrace();
 }
 
 void Pipeline::pump(Source& source) {
@@ -64,9 +68,9 @@ void Pipeline::pump(Source& source) {
     state = ofSource([&] { return source.read(chunker_); });
     if (state == Source::State::kIdle) {
       push(chunker_.takeLines());
-      if (source.wait(kPatience)) continue;
+      if (wait(source, kPatience)) continue;
       output_.flush();
-      source.wait(Source::kForEver);
+      wait(source, Source::kForEver);
     } else if (chunker_.full()) {
       push(chunker_.takeLines());
     }
@@ -74,15 +78,21 @@ void Pipeline::pump(Source& source) {
   push(chunker_.takeRest());
 }
 
+bool Pipeline::wait(Source& source, int milliseconds) const {
+  return ofSource([&] { return source.wait(milliseconds); });
+}
+
 // `lines` has a NUL byte behind it.
 void Pipeline::push(std::string_view lines) {
   if (lines.empty()) return;
+  if (sourceFigures_ != nullptr) sourceFigures_->out.add(lines);
   if (stages_.empty()) {
     output_.buffer() += lines;
   } else {
     stages_.front().process(lines.data(), sinkOf(0));
     flowFrom(1);
   }
+  diagnostics_.showTrace();
   output_.writeIfFull();
 }
 

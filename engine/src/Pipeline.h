@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Diagnostics.h"
 #include "LineChunker.h"
 #include "OutputWriter.h"
 #include "PipeStage.h"
@@ -20,9 +21,10 @@ namespace QorCliEngine {
 // dropped. One thread.
 class Pipeline {
  public:
-  // `output` is not owned. `sourceName` stands for the source in messages.
+  // `output` and `diagnostics` are not owned; the latter has the figures of the
+  // line's stages. `sourceName` stands for the source in messages.
   Pipeline(std::string sourceName, std::vector<PipeStage> stages,
-           OutputWriter& output);
+           OutputWriter& output, Diagnostics& diagnostics);
 
   // Runs the line once. Throws CommandFailure, OutputClosed or Interrupted;
   // what was printed before is then in the output's buffer.
@@ -32,6 +34,7 @@ class Pipeline {
   void runStages(Source& source, std::vector<PipeComponent> const& components);
   void open(std::vector<PipeComponent> const& components);
   void pump(Source& source);
+  bool wait(Source& source, int milliseconds) const;
   void push(std::string_view lines);
   void flowFrom(std::size_t stage);
   void complete();
@@ -44,6 +47,8 @@ class Pipeline {
   std::vector<PipeStage> stages_;
   std::vector<std::string> between_;  // [i]: printed by stage i for stage i + 1
   OutputWriter& output_;
+  Diagnostics& diagnostics_;
+  StageFigures* sourceFigures_;  // null when none are wanted
   LineChunker chunker_;
 };
 
