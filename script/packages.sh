@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libcli11-dev
 
 # What its tests need beyond that.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
-  binutils strace time)
+  binutils graphviz strace time)
 
 # What the other checks need.
 check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format

@@ -15,15 +15,6 @@ using QorCliUtilities::AutoCompleteNode;
 constexpr char kReturn[] = "<cr>";
 constexpr char kReturnHelp[] = "Run the line as it stands";
 
-bool isPlaceholder(Candidate const& candidate) {
-  std::string const& text = candidate.completion;
-  return text.size() > 2 && text.front() == '<' && text.back() == '>';
-}
-
-bool isReturn(Candidate const& candidate) {
-  return candidate.completion == kReturn;
-}
-
 bool standsBefore(Candidate const& a, Candidate const& b) {
   auto const place = [](Candidate const& c) {
     return std::tie(c.sortIndex.rank, c.sortIndex.key);
@@ -47,7 +38,7 @@ bool follows(Candidate const& candidate) {
 }
 
 bool isOtherWord(Candidate const& candidate) {
-  return isPlaceholder(candidate) && !isReturn(candidate);
+  return isPlaceholder(candidate.completion) && !isReturn(candidate);
 }
 
 // A text that begins with a quote may stand for a word that does not.
@@ -64,7 +55,8 @@ std::vector<std::string> textsBeginningWith(
     std::string const& text = candidate.completion;
     bool const known =
         std::find(texts.begin(), texts.end(), text) != texts.end();
-    if (known || isPlaceholder(candidate) || !beginsWith(text, word)) continue;
+    if (known || isPlaceholder(candidate.completion) || !beginsWith(text, word))
+      continue;
     texts.push_back(text);
   }
   return texts;
@@ -130,6 +122,14 @@ Layout::Row asRow(Candidate const& candidate) {
 
 }  // namespace
 
+bool isPlaceholder(std::string const& text) {
+  return text.size() > 2 && text.front() == '<' && text.back() == '>';
+}
+
+bool isReturn(Candidate const& candidate) {
+  return candidate.completion == kReturn;
+}
+
 std::vector<Candidate> merged(std::vector<Candidate> candidates) {
   std::stable_sort(candidates.begin(), candidates.end(), standsBefore);
   std::vector<Candidate> result;
@@ -163,7 +163,8 @@ Completion complete(std::string const& word,
 std::string list(std::vector<Candidate> const& candidates, std::size_t width) {
   std::vector<Layout::Row> placeholders;
   for (Candidate const& candidate : candidates) {
-    if (isPlaceholder(candidate)) placeholders.push_back(asRow(candidate));
+    if (isPlaceholder(candidate.completion))
+      placeholders.push_back(asRow(candidate));
   }
   std::vector<std::string> const texts = textsBeginningWith("", candidates);
   return (texts.empty() ? "" : Layout::inColumns(texts, width)) +

@@ -22,6 +22,10 @@ namespace Candidates {
 // without a text are left out.
 std::vector<Candidate> merged(std::vector<Candidate> candidates);
 
+bool isPlaceholder(std::string const& text);
+
+bool isReturn(Candidate const& candidate);
+
 // Whether "<cr>" is among them.
 bool offerReturn(std::vector<Candidate> const& candidates);
 

@@ -11,6 +11,9 @@ namespace QorCliEngine {
 namespace {
 
 constexpr char kPipeHelp[] = "Pipe the output through a command";
+constexpr char kOwnCommands[] = "Commands, which print something";
+constexpr char kPipeCommands[] =
+    "Pipe commands, which work on what was printed";
 
 }  // namespace
 
@@ -55,10 +58,33 @@ std::string Completer::commandList(std::size_t width) {
     return Candidates::helpList(
         Candidates::merged(ask(QOR_CLI_ACTION_HELP, line)), width);
   };
-  return "Commands, which print something:\n" + listFor("") +
-         "\nPipe commands, which work on what was printed:\n" + listFor("|") +
+  return std::string(kOwnCommands) + ":\n" + listFor("") + '\n' +
+         kPipeCommands + ":\n" + listFor("|") +
          "\nPut a | between them:\n"
          "  show file /etc/passwd | filter -i root\n";
+}
+
+std::vector<TreeWord> Completer::commandTrees() {
+  using Action = QorCliActionEnum_2T;
+  CommandTreeExplorer explorer;
+  std::vector<TreeWord> trees;
+  trees.push_back(explorer.explore(
+      "qorcli", kOwnCommands, [&](Action action, std::string const& line) {
+        std::vector<Candidate> candidates;
+        sourceCommands_.offer(action, line, candidates);
+        return candidates;
+      }));
+  for (PipeComponent const& component :
+       Framework::instance().pipeComponents()) {
+    trees.push_back(
+        explorer.explore(component.name(), kPipeCommands,
+                         [&](Action action, std::string const& line) {
+                           std::vector<Candidate> candidates;
+                           askComponent(component, action, line, candidates);
+                           return candidates;
+                         }));
+  }
+  return trees;
 }
 
 // Whether `line` is in a stage that can only be one of the engine's commands.
@@ -75,13 +101,20 @@ void Completer::askComponents(QorCliActionEnum_2T action,
                               std::vector<Candidate>& candidates) {
   for (PipeComponent const& component :
        Framework::instance().pipeComponents()) {
-    CandidateContext context(session_, candidates);
-    unsigned matches = 0;
-    PipeRequest const request{action, session_.nextActionId(), stage, ""};
-    QorReturnT const status = component.use(context, request, matches);
-    if (status != 0 && candidates.empty()) {
-      throw SourceFailure("a component failed with " + statusText(status));
-    }
+    askComponent(component, action, stage, candidates);
+  }
+}
+
+void Completer::askComponent(PipeComponent const& component,
+                             QorCliActionEnum_2T action,
+                             std::string const& stage,
+                             std::vector<Candidate>& candidates) {
+  CandidateContext context(session_, candidates);
+  unsigned matches = 0;
+  PipeRequest const request{action, session_.nextActionId(), stage, ""};
+  QorReturnT const status = component.use(context, request, matches);
+  if (status != 0 && candidates.empty()) {
+    throw SourceFailure("a component failed with " + statusText(status));
   }
 }
 

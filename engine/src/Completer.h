@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "Candidates.h"
+#include "CommandTree.h"
+#include "PipeComponent.h"
 #include "Session.h"
 #include "SourceCommands.h"
 
@@ -32,10 +34,16 @@ class Completer {
   // What the command help prints. `width` as in Layout.
   std::string commandList(std::size_t width);
 
+  // The trees of the engine's own commands and of each component's.
+  std::vector<TreeWord> commandTrees();
+
  private:
   bool isOwnStage(std::string const& line) const;
   void askComponents(QorCliActionEnum_2T action, std::string const& stage,
                      std::vector<Candidate>& candidates);
+  void askComponent(PipeComponent const& component, QorCliActionEnum_2T action,
+                    std::string const& stage,
+                    std::vector<Candidate>& candidates);
 
   Session& session_;
   SourceCommands& sourceCommands_;

@@ -8,6 +8,7 @@
 #include "PagedOutput.h"
 #include "Shell.h"
 #include "Terminal.h"
+#include "TreeDrawing.h"
 
 namespace QorCliEngine {
 namespace {
@@ -35,7 +36,12 @@ Engine::Engine(Options const& options)
       output_(makeOutput(options)),
       sourceCommands_(
           session_,
-          [this] { return completer_.commandList(Terminal::size().columns); }),
+          {[this] { return completer_.commandList(Terminal::size().columns); },
+           [this] {
+             return TreeDrawing::lines(completer_.commandTrees(),
+                                       Terminal::size().columns);
+           },
+           [this] { return TreeDrawing::graph(completer_.commandTrees()); }}),
       completer_(session_, sourceCommands_),
       runner_(session_, sourceCommands_, input_, *output_, diagnostics_) {}
 

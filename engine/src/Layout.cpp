@@ -106,8 +106,8 @@ std::size_t widest(std::vector<std::string> const& texts) {
 std::size_t firstColumn(std::vector<Row> const& rows, std::size_t width) {
   std::size_t const limit = width / kFirstColumnShare;
   std::size_t most = 0;
-  for (auto const& [text, meaning] : rows) {
-    std::size_t const cells = Layout::width(text) + kGap;
+  for (Row const& row : rows) {
+    std::size_t const cells = Layout::width(row.text) + kGap;
     if (cells <= limit) most = std::max(most, cells);
   }
   return most == 0 ? kGap : most;
@@ -149,16 +149,16 @@ std::string inTwoColumns(std::vector<Row> const& rows, std::size_t width) {
   std::size_t const first = firstColumn(rows, width);
   std::size_t const second = width - 1 > first ? width - 1 - first : 1;
   std::string result;
-  for (auto const& [text, meaning] : rows) {
-    std::string line = withoutControls(text);
-    if (Layout::width(line) + kGap > first && !meaning.empty()) {
+  for (Row const& row : rows) {
+    std::string line = withoutControls(row.text);
+    if (Layout::width(line) + kGap > first && !row.meaning.empty()) {
       result += line + '\n';
-      line.clear();
+      line = row.continued;
     }
-    for (std::string const& part : folded(meaning, second)) {
+    for (std::string const& part : folded(row.meaning, second)) {
       result += part.empty() ? line : padded(line, first) + part;
       result += '\n';
-      line.clear();
+      line = row.continued;
     }
   }
   return result;

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace QorCliEngine {
@@ -24,7 +23,11 @@ std::string inColumns(std::vector<std::string> const& texts, std::size_t width);
 
 // Two columns: a text, and what it means, folded at blanks and broken at its
 // line feeds.
-using Row = std::pair<std::string, std::string>;
+struct Row {
+  std::string text;
+  std::string meaning;
+  std::string continued = {};  // the first column beside more of the meaning
+};
 std::string inTwoColumns(std::vector<Row> const& rows, std::size_t width);
 
 }  // namespace Layout

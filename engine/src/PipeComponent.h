@@ -28,6 +28,9 @@ class PipeComponent {
   explicit PipeComponent(QorCliApiPipeCommandComponent_1 const& functions)
       : functions_(&functions) {}
 
+  // The component's name. Belongs to the component.
+  char const* name() const { return functions_->identity.componentName; }
+
   // Returns the component's status; raises `matches` for a command that was
   // run.
   QorReturnT use(CallContext& context, PipeRequest const& request,

@@ -25,12 +25,23 @@ using QorCliUtilities::LinesOutput;
 constexpr char kBadQuotes[] =
     "quoted text must stand alone, with blanks around it";
 
+constexpr char kShowHelp[] = "Print something that can be piped";
+constexpr char kTreeHelp[] = "Draw all commands as a tree";
+constexpr char kDotHelp[] = "Draw a graph, in the language of Graphviz";
+
 enum class Ends { kHere, kLater };
 
 AutoCompleteNode* keyword(char const* word, char const* help, Ends ends) {
   return new ACKeyword(word, help, {QOR_CLI_MODE_ANY}, ends == Ends::kHere,
                        false, QOR_CLI_TOKEN_NEXT_WORD, false, true, false,
                        false, false);
+}
+
+// An option that ends its command.
+AutoCompleteNode* option(char const* word, char const* help) {
+  return new ACKeyword(word, help, {QOR_CLI_MODE_ANY}, true, false,
+                       QOR_CLI_TOKEN_NEXT_WORD, true, true, false, false,
+                       false);
 }
 
 std::string joined(std::vector<std::string> const& words) {
@@ -49,13 +60,12 @@ class QuitSource : public TextSource {
 
 }  // namespace
 
-SourceCommands::SourceCommands(Session& session,
-                               std::function<std::string()> help)
+SourceCommands::SourceCommands(Session& session, Texts const& texts)
     : session_(session) {
   using Words = std::vector<std::string>;
   using Count = ArgumentsNode::Count;
   add("Show file",
-      {keyword("show", "Print something that can be piped", Ends::kLater),
+      {keyword("show", kShowHelp, Ends::kLater),
        keyword("file", "Print a file", Ends::kLater),
        new PathNode(2, Count::kOne, "<path>", "The file to print")},
       2, [](Words const& words) {
@@ -64,6 +74,14 @@ SourceCommands::SourceCommands(Session& session,
         }
         return std::make_unique<FileSource>(words.front());
       });
+  addText("Show tree",
+          {keyword("show", kShowHelp, Ends::kLater),
+           keyword("tree", kTreeHelp, Ends::kHere)},
+          texts.tree);
+  addText("Show tree as graph",
+          {keyword("show", kShowHelp, Ends::kLater),
+           keyword("tree", kTreeHelp, Ends::kHere), option("--dot", kDotHelp)},
+          texts.graph);
   add("Run",
       {keyword("run", "Run a program and print its output", Ends::kLater),
        new ArgumentsNode(1, Count::kMany, "<program>",
@@ -77,10 +95,8 @@ SourceCommands::SourceCommands(Session& session,
       1, [](Words const& words) {
         return std::make_unique<TextSource>(joined(words));
       });
-  add("Help", {keyword("help", "List all commands", Ends::kHere)}, 1,
-      [help = std::move(help)](Words const&) {
-        return std::make_unique<TextSource>(help());
-      });
+  addText("Help", {keyword("help", "List all commands", Ends::kHere)},
+          texts.help);
   add("Quit", {keyword("quit", "Leave", Ends::kHere)}, 1,
       [this](Words const&) { return std::make_unique<QuitSource>(session_); });
 }
@@ -116,6 +132,15 @@ void SourceCommands::offer(
   if (status < 0 && candidates.size() == before) {
     throw SourceFailure(kBadQuotes);
   }
+}
+
+void SourceCommands::addText(char const* name,
+                             std::vector<AutoCompleteNode*> path,
+                             TextMaker text) {
+  add(name, std::move(path), 1,
+      [text = std::move(text)](std::vector<std::string> const&) {
+        return std::make_unique<TextSource>(text());
+      });
 }
 
 void SourceCommands::add(char const* name, std::vector<AutoCompleteNode*> path,

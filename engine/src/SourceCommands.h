@@ -16,13 +16,23 @@ namespace QorCliEngine {
 
 // The engine's own commands, which print the text that a line works on:
 //
-//   show file PATH, run PROGRAM [ARG...], echo TEXT, help, quit
+//   show file PATH, show tree [--dot], run PROGRAM [ARG...], echo TEXT, help,
+//   quit
 //
 // They stand in a command tree, which completes and helps them. One thread.
 class SourceCommands {
  public:
-  // `session` is not owned. `help` makes the text that the command help prints.
-  SourceCommands(Session& session, std::function<std::string()> help);
+  using TextMaker = std::function<std::string()>;
+
+  // What makes the texts that commands print.
+  struct Texts {
+    TextMaker help;   // help
+    TextMaker tree;   // show tree
+    TextMaker graph;  // show tree --dot
+  };
+
+  // `session` is not owned.
+  SourceCommands(Session& session, Texts const& texts);
 
   // Whether `word` is the first word of a command, or, with `begun`, the
   // beginning of one: in any letter case. An empty word begins every command.
@@ -37,6 +47,8 @@ class SourceCommands {
              std::vector<QorCliUtilities::AutoCompleteResult>& candidates);
 
  private:
+  void addText(char const* name,
+               std::vector<QorCliUtilities::AutoCompleteNode*>, TextMaker text);
   void add(char const* name, std::vector<QorCliUtilities::AutoCompleteNode*>,
            unsigned wordsBefore, SourceCommand::Maker maker);
 

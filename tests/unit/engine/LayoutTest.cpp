@@ -37,6 +37,8 @@ TEST(LayoutTest, inTwoColumns) {
       {{{"a", "one\ntwo"}}, 20, "a  one\n   two\n"},
       {{{"a", "x"}, {"long word", "y"}}, 12, "a  x\nlong word\n   y\n"},
       {{{"a", "unbreakable"}}, 10, "a  unbrea\n   kable\n"},
+      {{{"a", "one two three", "|"}}, 12, "a  one two\n|  three\n"},
+      {{{"long word", "y", "|"}}, 12, "long word\n| y\n"},
   };
   for (auto const& row : rows) {
     EXPECT_EQ(Layout::inTwoColumns(row.texts, row.width), row.result);
