@@ -6,11 +6,11 @@ build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libcli11-dev
 
 # What its tests need beyond that.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
-  binutils graphviz strace time)
+  binutils graphviz mandoc strace time zsh)
 
 # What the other checks need.
 check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
-  clang-tidy gcovr)
+  clang-tidy gcovr doxygen)
 
 # What packaging and trying the packages needs beyond that.
 install_packages=("${check_packages[@]}" debootstrap dpkg-dev file lintian)
