@@ -7,10 +7,17 @@ A command is a line that begins with "$ " in a block fenced as "console"; the
 lines up to the next command or the end of the block are what it must print on
 standard output. Commands run in the repository's root with bash. `script/run`
 builds before it starts the engine; here it stands for the engine under test.
+
+A block fenced as "drawing" shows which lines pipe commands keep. Its heading has
+the pipe commands, with two blanks or more in between; the rows have the lines of
+the text below "text" and, below each command, those it must print, with "--" in
+the place of a dropped line for a separator between groups.
 """
 import argparse
 import os
 import pathlib
+import re
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -25,18 +32,58 @@ def run(command, root, path):
     return done.stdout.decode().splitlines()
 
 
+def column(text, printed):
+    """What was printed, each line beside the same line of the text."""
+    cells, place, separated = [""] * len(text), -1, False
+    for line in printed:
+        if line == "   --":
+            separated = True
+            continue
+        place = text.index(line, place + 1)
+        cells[place] = line
+        if separated:
+            if cells[place - 1]:
+                raise ValueError("a separator between adjacent lines")
+            cells[place - 1], separated = "--", False
+    return cells
+
+
+def redrawn(block, execute):
+    """Returns a drawing as it is now."""
+    headings = list(re.finditer(r"\S+(?: \S+)*", block[0]))
+    text = [row[:headings[1].start()].strip() for row in block[1:]]
+    columns = [text]
+    for heading in headings[1:]:
+        printed = execute(f"printf '%s\\n' {shlex.join(text)} | "
+                          f"script/run -c {shlex.quote(heading.group())}")
+        columns.append(column(text, printed))
+    rows = [block[0]]
+    for cells in zip(*columns):
+        row = ""
+        for heading, cell in zip(headings, cells):
+            row = row.ljust(heading.start()) + cell
+        rows.append(row.rstrip())
+    return rows
+
+
 def replayed(lines, execute):
     """Returns the lines of a document with the output its commands have now."""
-    result, inside, commands = [], False, 0
+    result, kind, block, commands = [], None, [], 0
     for line in lines:
         if line.startswith("```"):
-            inside = not inside and line == "```console"
-        elif inside and line.startswith("$ "):
+            if kind == "drawing":
+                result += redrawn(block, execute)
+                commands += 1
+            kind, block = None if kind is not None else line[3:], []
+        elif kind == "console" and line.startswith("$ "):
             result.append(line)
             result += execute(line[2:])
             commands += 1
             continue
-        elif inside:
+        elif kind == "console":
+            continue
+        elif kind == "drawing":
+            block.append(line)
             continue
         result.append(line)
     return result, commands
