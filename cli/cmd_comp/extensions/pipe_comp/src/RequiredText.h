@@ -21,7 +21,8 @@ struct RequiredText {
 // Reads `pattern`, a valid expression. It understands characters, classes,
 // groups and repetitions as they are commonly written, and says nothing of a
 // pattern with anything else in it. Takes time proportional to the pattern and
-// constant stack. Throws std::bad_alloc only.
+// constant stack. Throws std::bad_alloc only. Callable from any thread; the
+// result owns its texts.
 RequiredText requiredText(std::string_view pattern);
 
 }  // namespace QorCliPipe
