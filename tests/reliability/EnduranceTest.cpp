@@ -13,16 +13,15 @@
 namespace qor_test {
 namespace {
 
-// The address sanitizer makes each call several times as slow and keeps freed
-// memory for a while, so that there it is less that is asked for.
-constexpr int kCalls = kAddressSanitizer ? 50000 : 1000000;
+// Less is asked for of a slow run.
+int const kCalls = isSlowRun() ? 50000 : 1000000;
 constexpr int kFirstCalls = 1000;
-constexpr int kLoads = kAddressSanitizer ? 50 : 1000;
+int const kLoads = isSlowRun() ? 50 : 1000;
 constexpr int kFirstLoads = 20;
 
 // The allocator does not give every page back at once; that of the address
 // sanitizer holds back 256 MiB.
-constexpr long kTolerance = (kAddressSanitizer ? 320L : 1L) << 20;  // bytes
+long const kTolerance = (isSlowRun() ? 320L : 1L) << 20;  // bytes
 
 // Freed blocks that the allocator keeps at hand count as allocated.
 constexpr std::size_t kBlocksAtHand = 8 * 1024;  // bytes
@@ -37,10 +36,10 @@ long residentBytes() {
   return resident * sysconf(_SC_PAGESIZE);
 }
 
-// Memory that is allocated and not freed; 0 with the address sanitizer, which
-// looks for leaks itself.
+// Memory that is allocated and not freed; 0 in a slow run, whose allocator is
+// another one that looks for leaks itself.
 std::size_t allocatedBytes() {
-  if (kAddressSanitizer) return 0;
+  if (isSlowRun()) return 0;
   struct mallinfo2 const info = mallinfo2();
   return info.uordblks + info.hblkhd;
 }

@@ -13,10 +13,10 @@ namespace {
 
 // Processor time. The matcher works on one line for a few seconds at most; the
 // rest is for a machine that is slow or checks every access.
-constexpr std::clock_t kLongestCall = kAddressSanitizer ? 40 : 10;  // seconds
+std::clock_t const kLongestCall = isSlowRun() ? 40 : 10;  // seconds
 
 // A call that takes longer than this ends the program.
-constexpr std::clock_t kEndOfPatience = 3 * kLongestCall;  // seconds
+std::clock_t const kEndOfPatience = 3 * kLongestCall;  // seconds
 
 // Ends the program when it uses that much processor time; 0 calls that off.
 void limitProcessorTime(std::clock_t seconds) {

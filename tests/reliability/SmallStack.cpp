@@ -3,6 +3,7 @@
 #include <pthread.h>
 #include <sys/mman.h>
 
+#include <cstdlib>
 #include <exception>
 #include <stdexcept>
 
@@ -55,6 +56,10 @@ extern "C" void* runWork(void* argument) {
 }
 
 }  // namespace
+
+bool isSlowRun() {
+  return kAddressSanitizer || std::getenv("QOR_TEST_SLOW") != nullptr;
+}
 
 void runOnStackOf(std::size_t size, std::function<void()> const& function) {
   Stack const stack(size * kStackScale);

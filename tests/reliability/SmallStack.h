@@ -18,6 +18,11 @@ namespace qor_test {
 // several times as large and whose allocator keeps freed memory for a while.
 constexpr bool kAddressSanitizer = QOR_TEST_ADDRESS_SANITIZER;
 
+// Whether calls take many times as long as usual and freed memory is kept for a
+// while: with the address sanitizer, and where QOR_TEST_SLOW is set in the
+// environment, as for a run under valgrind.
+bool isSlowRun();
+
 // Calls `work` on a thread of its own that has `size` bytes of stack, and waits
 // for its end; what `work` throws is thrown again. Below the stack lies memory
 // that cannot be touched, so that using more ends the program. `size` is a
