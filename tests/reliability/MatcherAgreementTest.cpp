@@ -20,14 +20,20 @@ namespace {
 using Poco::RegularExpression;
 using QorCliPipe::LineMatcher;
 
-constexpr int kPatterns = kAddressSanitizer ? 4000 : 40000;
+int const kPatterns = isSlowRun() ? 4000 : 40000;
 constexpr int kLinesPerPattern = 6;
+
+// Whether Poco is built on PCRE, and not on PCRE2.
+constexpr bool kFirstPcre = QOR_FIRST_PCRE != 0;
 
 using Expression = std::unique_ptr<RegularExpression const>;
 using Matcher = std::unique_ptr<LineMatcher>;
 
+// A line feed ends a line within a text; some versions of Poco take a carriage
+// return for that when they are not told.
 int optionsFor(bool ignoreCase) {
-  return ignoreCase ? RegularExpression::RE_CASELESS : 0;
+  return RegularExpression::RE_NEWLINE_LF |
+         (ignoreCase ? RegularExpression::RE_CASELESS : 0);
 }
 
 // Null when the pattern is refused.
@@ -145,7 +151,8 @@ std::ostream& operator<<(std::ostream& out, PatternCase const& patternCase) {
 class ChosenPattern : public testing::TestWithParam<PatternCase> {};
 
 TEST_P(ChosenPattern, IsFoundAsPocoFindsIt) {
-  Expression const expression = expressionOf(GetParam().pattern, 0);
+  Expression const expression =
+      expressionOf(GetParam().pattern, optionsFor(false));
   ASSERT_NE(nullptr, expression);
   ASSERT_EQ(GetParam().matches, found(*expression, GetParam().line));
   LineMatcher matcher(GetParam().pattern, false);
@@ -154,11 +161,16 @@ TEST_P(ChosenPattern, IsFoundAsPocoFindsIt) {
 
 INSTANTIATE_TEST_SUITE_P(KeptOut, ChosenPattern,
                          testing::Values(PatternCase{"ab\\K", "xab", false},
-                                         PatternCase{"a\\Kb", "xab", true},
-                                         PatternCase{"(?=ab\\K)", "xaby", true},
-                                         PatternCase{"(?=ab\\K)", "xab", false},
-                                         PatternCase{"(?=a\\K)ab", "xab",
-                                                     true}));
+                                         PatternCase{"a\\Kb", "xab", true}));
+
+INSTANTIATE_TEST_SUITE_P(CarriageReturns, ChosenPattern,
+                         testing::Values(PatternCase{"a$", "a\r", false},
+                                         PatternCase{"^.b", "\rb", true},
+                                         PatternCase{"(?m)^b", "a\rb", false},
+                                         PatternCase{"(*CR)(?m)^b", "a\rb",
+                                                     true},
+                                         PatternCase{".*b$", "a\rb", true},
+                                         PatternCase{"a\\R", "a\r", true}));
 
 INSTANTIATE_TEST_SUITE_P(
     Utf8, ChosenPattern,
@@ -203,9 +215,33 @@ INSTANTIATE_TEST_SUITE_P(LookingAround, ChosenPattern,
                                          PatternCase{"a*", "ba", false},
                                          PatternCase{"a*$", "ba", true}));
 
-// Where machine code is known to find something else.
+// Where machine code is known to find something else with PCRE, or Poco finds
+// what it should not. What PCRE2 says depends on its version; some of these it
+// refuses.
+class OddPattern : public testing::TestWithParam<PatternCase> {};
+
+TEST_P(OddPattern, IsFoundAsPocoFindsIt) {
+  Expression const expression =
+      expressionOf(GetParam().pattern, optionsFor(false));
+  Matcher const matcher = matcherOf(GetParam().pattern, false);
+  ASSERT_EQ(expression == nullptr, matcher == nullptr);
+  if (!expression) {
+    ASSERT_FALSE(kFirstPcre);
+    return;
+  }
+  std::optional<bool> const expected = found(*expression, GetParam().line);
+  EXPECT_TRUE(!kFirstPcre || expected == GetParam().matches);
+  EXPECT_EQ(expected, found(*matcher, GetParam().line));
+}
+
+INSTANTIATE_TEST_SUITE_P(KeptOutOfLookingAhead, OddPattern,
+                         testing::Values(PatternCase{"(?=ab\\K)", "xaby", true},
+                                         PatternCase{"(?=ab\\K)", "xab", false},
+                                         PatternCase{"(?=a\\K)ab", "xab",
+                                                     true}));
+
 INSTANTIATE_TEST_SUITE_P(
-    Verbs, ChosenPattern,
+    Verbs, OddPattern,
     testing::Values(PatternCase{"(?:b+?(*THEN))c", "Bbc", true},
                     PatternCase{".+(*PRUNE)}|c", "cc", false},
                     PatternCase{"(0*(*SKIP))0|[a]", "0a", false},
@@ -213,7 +249,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PatternCase{"((?=(*THEN)W)){0,}a", "a", false}));
 
 INSTANTIATE_TEST_SUITE_P(
-    PossessiveGroups, ChosenPattern,
+    PossessiveGroups, OddPattern,
     testing::Values(PatternCase{"(?:\\X|)?+.", "b", true},
                     PatternCase{"(?i:A((?:.|)?+A))", "aa", true},
                     PatternCase{"(?<n>)*+c|(?(1)AA?)", "bb A", false},
@@ -221,14 +257,14 @@ INSTANTIATE_TEST_SUITE_P(
                     PatternCase{"(?i)(?<n>c)*+\\w(?P=n)", "Cabc", false}));
 
 INSTANTIATE_TEST_SUITE_P(
-    LookingAheadOverAll, ChosenPattern,
+    LookingAheadOverAll, OddPattern,
     testing::Values(PatternCase{"(?=(.*)).b", "Axb", false},
                     PatternCase{"(?=.*).b", "Axb", false},
                     PatternCase{"(?=\\N*).b", "Axb", false},
                     PatternCase{"(?=.{0,}).b", "Axb", false}));
 
 INSTANTIATE_TEST_SUITE_P(
-    CalledGroups, ChosenPattern,
+    CalledGroups, OddPattern,
     testing::Values(PatternCase{"(a*)b|(?1)", " b", false},
                     PatternCase{"(b*)c|\\x61\\g<1>{2}", "a", true},
                     PatternCase{"\\g<1>z|(\\.*b)", "b", true},
@@ -236,13 +272,13 @@ INSTANTIATE_TEST_SUITE_P(
                     PatternCase{"((?:([^a]*+))b)|(?2)", "-", true}));
 
 INSTANTIATE_TEST_SUITE_P(
-    GroupsThatMayBeEmpty, ChosenPattern,
+    GroupsThatMayBeEmpty, OddPattern,
     testing::Values(PatternCase{"(?>(?||)()a|)a", "a", true},
                     PatternCase{"(?i)(?<n>(?:a(?:)?|){0,2}|\\k<n>)A", "a",
                                 true}));
 
 // Where one repetition is taken to leave nothing for the next.
-INSTANTIATE_TEST_SUITE_P(RepetitionsInARow, ChosenPattern,
+INSTANTIATE_TEST_SUITE_P(RepetitionsInARow, OddPattern,
                          testing::Values(PatternCase{"(b+)(a)?+b", "bb", false},
                                          PatternCase{"b*(})?+b", "b", false},
                                          PatternCase{"(*LF)(.+\\R)", "a\r",
@@ -252,7 +288,7 @@ INSTANTIATE_TEST_SUITE_P(RepetitionsInARow, ChosenPattern,
 class RefusedPattern : public testing::TestWithParam<char const*> {};
 
 TEST_P(RefusedPattern, IsRefusedByBoth) {
-  ASSERT_EQ(nullptr, expressionOf(GetParam(), 0));
+  ASSERT_EQ(nullptr, expressionOf(GetParam(), optionsFor(false)));
   EXPECT_THROW(LineMatcher(GetParam(), false),
                Poco::RegularExpressionException);
 }
@@ -334,10 +370,14 @@ TEST(LongLine, InUtf8IsSearchedCharacterByCharacter) {
   }
 }
 
-// Poco tries the beginning of the line only.
+// Poco tries the beginning of the line only; with PCRE2 it tries all of them
+// where nothing but a look ahead stands there.
 TEST(LongLine, MayHaveOneBeginningOnly) {
   std::string const line = "A" + std::string(100000, 'x') + "b";
-  for (char const* pattern : {"(?=.*).b", "(*UTF8)(?=.*).b", "(*UTF8)^.b"}) {
+  std::vector<char const*> patterns = {"^.b", "(*UTF8)^.b"};
+  if (kFirstPcre)
+    patterns.insert(patterns.end(), {"(?=.*).b", "(*UTF8)(?=.*).b"});
+  for (char const* pattern : patterns) {
     LineMatcher matcher(pattern, false);
     EXPECT_EQ(false, found(matcher, line)) << pattern;
     EXPECT_EQ(true, found(matcher, "xb" + line)) << pattern;

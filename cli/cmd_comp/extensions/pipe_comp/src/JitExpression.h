@@ -32,6 +32,10 @@ class JitExpression {
     kHere,      // at that place only
   };
 
+  // Whether the library matches on the caller's stack where there is no machine
+  // code; it takes memory for that otherwise.
+  static bool const kMatchesOnStack;
+
   // What the library says of a pattern.
   struct Traits {
     std::size_t groups;  // capturing ones

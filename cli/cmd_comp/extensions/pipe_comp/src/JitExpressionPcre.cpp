@@ -51,9 +51,13 @@ bool hasOneBeginning(Pattern const& pattern) {
              kBeginningsOfLines;
 }
 
-int compileOptions(bool ignoreCase) { return ignoreCase ? PCRE_CASELESS : 0; }
+int compileOptions(bool ignoreCase) {
+  return PCRE_NEWLINE_LF | (ignoreCase ? PCRE_CASELESS : 0);
+}
 
 }  // namespace
+
+bool const JitExpression::kMatchesOnStack = true;
 
 struct JitExpression::Code {
   Pattern pattern;

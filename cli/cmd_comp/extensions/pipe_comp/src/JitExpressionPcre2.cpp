@@ -11,6 +11,9 @@ constexpr std::uint32_t kOffsetPairs = 1;            // the whole match
 
 struct Free {
   void operator()(pcre2_code* code) const { pcre2_code_free(code); }
+  void operator()(pcre2_compile_context* context) const {
+    pcre2_compile_context_free(context);
+  }
   void operator()(pcre2_match_data* data) const { pcre2_match_data_free(data); }
   void operator()(pcre2_match_context* context) const {
     pcre2_match_context_free(context);
@@ -23,13 +26,34 @@ using Owned = std::unique_ptr<T, Free>;
 
 using Pattern = Owned<pcre2_code>;
 
+using CompileContext = Owned<pcre2_compile_context>;
+
+// Null when there is no memory.
+CompileContext compileContext() {
+  CompileContext context(pcre2_compile_context_create(nullptr));
+  if (context) pcre2_set_newline(context.get(), PCRE2_NEWLINE_LF);
+  return context;
+}
+
+// Machine code finds something else than Poco where a text of varying length is
+// looked for behind; older versions of the library have no such patterns.
+CompileContext machineCodeContext() {
+  CompileContext context = compileContext();
+#if PCRE2_MINOR >= 43
+  if (context) pcre2_set_max_varlookbehind(context.get(), 0);
+#endif
+  return context;
+}
+
 // Null when the pattern cannot be compiled.
-Pattern compiled(std::string const& pattern, std::uint32_t options) {
+Pattern compiled(std::string const& pattern, std::uint32_t options,
+                 CompileContext const& context) {
+  if (!context) return nullptr;
   int error = 0;
   PCRE2_SIZE errorOffset = 0;
   return Pattern(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.c_str()),
                                pattern.size(), options, &error, &errorOffset,
-                               nullptr));
+                               context.get()));
 }
 
 template <typename Value>
@@ -57,6 +81,8 @@ std::uint32_t compileOptions(bool ignoreCase) {
 
 }  // namespace
 
+bool const JitExpression::kMatchesOnStack = false;
+
 struct JitExpression::Code {
   Pattern pattern;
   Owned<pcre2_match_data> data;
@@ -72,10 +98,11 @@ JitExpression::JitExpression(std::string const& pattern, bool ignoreCase,
                              Beginning beginning)
     : code_(std::make_unique<Code>()) {
   std::uint32_t const options = compileOptions(ignoreCase);
-  code_->pattern = compiled(pattern, options);
+  CompileContext const context = machineCodeContext();
+  code_->pattern = compiled(pattern, options, context);
   if (!code_->pattern || hasOption(code_->pattern, PCRE2_UTF)) return;
   if (beginning == Beginning::kHere || hasOneBeginning(code_->pattern)) {
-    code_->pattern = compiled(pattern, options | PCRE2_ANCHORED);
+    code_->pattern = compiled(pattern, options | PCRE2_ANCHORED, context);
     if (!code_->pattern) return;
   }
   if (pcre2_jit_compile(code_->pattern.get(), PCRE2_JIT_COMPLETE) != 0 ||
@@ -115,7 +142,8 @@ JitExpression::Answer JitExpression::match(std::string_view line,
 
 JitExpression::Traits JitExpression::traits(std::string const& pattern,
                                             bool ignoreCase) {
-  Pattern const code = compiled(pattern, compileOptions(ignoreCase));
+  Pattern const code =
+      compiled(pattern, compileOptions(ignoreCase), compileContext());
   if (!code) return {};
   return {info<std::uint32_t>(code, PCRE2_INFO_CAPTURECOUNT),
           hasOption(code, PCRE2_UTF), hasOneBeginning(code)};

@@ -31,7 +31,6 @@ namespace QorCliPipe {
 namespace {
 
 using Answer = JitExpression::Answer;
-using Poco::RegularExpression;
 
 // Steps that may be spent on one line, and on one beginning in it: where steps
 // cost as much as the line, so many bytes looked at instead.
@@ -56,10 +55,6 @@ constexpr std::size_t kStartsPerLook = 16;
 // What may be read of a pattern in order to follow the calls of groups in it
 // when it is compiled: that takes half a second.
 constexpr std::size_t kMostCallReach = 64 * 1024 * 1024;  // bytes
-
-int pocoOptions(bool ignoreCase) {
-  return ignoreCase ? RegularExpression::RE_CASELESS : 0;
-}
 
 std::string const& checked(std::string const& pattern) {
   checkCompileStack(pattern);

@@ -17,6 +17,10 @@ using Poco::RegularExpression;
 constexpr std::size_t kMatchStack = 24 * 1024;  // bytes
 constexpr std::size_t kMatchStackPerLevel = 640;
 
+// What it may take of memory, where it takes that instead: enough for the most
+// calls of groups that a pattern may have.
+constexpr std::size_t kMatchMemory = 128 * 1024;  // KiB
+
 // The whole match and 20 groups are what Poco has room for.
 constexpr std::size_t kPocoGroups = 20;
 
@@ -28,10 +32,9 @@ std::size_t affordableRecursion() {
 
 // Where a pattern has more groups than Poco can report, they do without
 // capturing; a pattern that refers back to them gives up.
-int pocoOptions(JitExpression::Traits const& traits, bool ignoreCase) {
-  return (ignoreCase ? RegularExpression::RE_CASELESS : 0) |
-         (traits.groups > kPocoGroups ? RegularExpression::RE_NO_AUTO_CAPTURE
-                                      : 0);
+int captureOption(JitExpression::Traits const& traits) {
+  return traits.groups > kPocoGroups ? RegularExpression::RE_NO_AUTO_CAPTURE
+                                     : 0;
 }
 
 bool continuesCharacter(char c) {
@@ -40,10 +43,15 @@ bool continuesCharacter(char c) {
 
 }  // namespace
 
+int pocoOptions(bool ignoreCase) {
+  return RegularExpression::RE_NEWLINE_LF |
+         (ignoreCase ? RegularExpression::RE_CASELESS : 0);
+}
+
 PocoSearch::PocoSearch(std::string const& pattern, bool ignoreCase,
                        JitExpression::Traits const& traits)
     : pattern_(pattern),
-      options_(pocoOptions(traits, ignoreCase)),
+      options_(pocoOptions(ignoreCase) | captureOption(traits)),
       isUtf8_(traits.isUtf8) {}
 
 void PocoSearch::setLine(std::string_view line) {
@@ -86,7 +94,9 @@ PocoSearch::Answer PocoSearch::match(std::size_t start, std::uint32_t stepLimit,
 
 // Poco has no parameters for the limits, but a pattern can set its own.
 RegularExpression& PocoSearch::limited(std::uint32_t stepLimit) {
-  std::string limits = "(*LIMIT_RECURSION=" + std::to_string(recursion_) +
+  std::string limits = (JitExpression::kMatchesOnStack
+                            ? "(*LIMIT_RECURSION=" + std::to_string(recursion_)
+                            : "(*LIMIT_HEAP=" + std::to_string(kMatchMemory)) +
                        ")(*LIMIT_MATCH=" + std::to_string(stepLimit) + ")";
   if (!limited_ || limits != limits_) {
     checkCompileStack(pattern_);

@@ -13,9 +13,13 @@
 
 namespace QorCliPipe {
 
-// Looks for a match with Poco, which matches on the caller's stack: under
-// limits on its steps, and on its recursion such that it fits the stack that is
-// left. Used by one thread at a time.
+// The options under which Poco means the same whatever PCRE library it is built
+// on: what ends a line within a text is a line feed, which no line has.
+int pocoOptions(bool ignoreCase);
+
+// Looks for a match with Poco: under limits on its steps, and on its recursion
+// such that it fits the stack that is left, or on its memory where it matches
+// there. Used by one thread at a time.
 class PocoSearch {
  public:
   using Answer = JitExpression::Answer;
