@@ -42,12 +42,12 @@ TEST(TreeDrawingTest, foldedHelpDoesNotBreakTheLinesOfTheTree) {
                                {word(1, "b", "one two", {word(2, "c", "")}),
                                 word(3, "d", "three four")})},
                          14),
-            "a\n"
-            "|-- b  one\n"
-            "|   |  two\n"
-            "|   `-- c\n"
-            "`-- d  three\n"
-            "       four\n");
+      "a\n"
+      "|-- b  one\n"
+      "|   |  two\n"
+      "|   `-- c\n"
+      "`-- d  three\n"
+      "       four\n");
 }
 
 TEST(TreeDrawingTest, graph) {
