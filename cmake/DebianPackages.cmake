@@ -25,15 +25,14 @@ execute_process(
 set(documents ${CMAKE_CURRENT_BINARY_DIR}/debian)
 configure_file(cmake/debian/changelog.in ${documents}/changelog.Debian @ONLY)
 configure_file(CHANGELOG.md ${documents}/changelog COPYONLY)
-execute_process(COMMAND gzip --force --keep --best --no-name
-                        ${documents}/changelog.Debian ${documents}/changelog
-                        COMMAND_ERROR_IS_FATAL ANY)
 foreach(component common plugin engine devel)
+  set(folder ${CMAKE_INSTALL_DATADIR}/doc/${package_${component}})
   install(
-    FILES cmake/debian/copyright ${documents}/changelog.Debian.gz
-          ${documents}/changelog.gz
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_${component}}
+    FILES cmake/debian/copyright
+    DESTINATION ${folder}
     COMPONENT ${component})
+  qor_install_compressed(${documents}/changelog.Debian ${folder} ${component})
+  qor_install_compressed(${documents}/changelog ${folder} ${component})
 endforeach()
 
 set(CPACK_GENERATOR DEB)

@@ -93,7 +93,7 @@ def stage(arguments):
 
 
 def engine(installed, _):
-    qorcli = installed.only("qorcli")
+    qorcli = installed.only("bin/qorcli")
     installed.expect([qorcli, "-c", "echo x | filter x"], "x\n")
     installed.expect([qorcli, "-c", "echo x | filter y"], "")
 
@@ -135,7 +135,7 @@ def example(installed, arguments):
                                       plugin).splitlines()}
         if exported != {"qorLCMinit", "qorLCMterminate"}:
             raise Failure(f"the example exports {exported}")
-        qorcli = [installed.only("qorcli"),
+        qorcli = [installed.only("bin/qorcli"),
                   "--plugin", f"{plugins}/libcli_pipe.so", "--plugin", plugin]
         show = f"show file {log} | "
 
@@ -169,7 +169,7 @@ def guides(installed, arguments):
             ("embedding.md", "small_engine")):
         print(installed.run(
             sys.executable, arguments.source / "tests/docs/guide_test.py",
-            "--qorcli", installed.only("qorcli"), "--example",
+            "--qorcli", installed.only("bin/qorcli"), "--example",
             arguments.source / "examples" / of, *whole,
             arguments.source / "docs" / guide), end="")
 
@@ -204,7 +204,7 @@ def version(installed, _):
         "CMake package": first(r"PACKAGE_VERSION \"(.*)\"",
                                installed.only("QorCliConfigVersion.cmake")),
         "pkg-config": installed.pkg_config("--modversion")[0],
-        "qorcli": installed.run(installed.only("qorcli"),
+        "qorcli": installed.run(installed.only("bin/qorcli"),
                                 "--version").split()[-1],
         "runtime": runtime[len("libqor_common.so."):],
         "change log": first(r"^## (\S+)", installed.source / "CHANGELOG.md"),
