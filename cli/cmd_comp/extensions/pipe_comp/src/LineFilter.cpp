@@ -1,5 +1,7 @@
 #include "LineFilter.h"
 
+#include <Poco/Exception.h>
+
 #include "LineBegin.h"
 
 namespace QorCliPipe {
@@ -41,20 +43,33 @@ std::size_t LineFilter::nextCandidate(std::string_view text,
   return begin + beginOfLine(text.substr(begin), place - begin);
 }
 
+// Lines that do not match are pushed together, so that of many the context
+// rules have to keep the last ones only.
 void LineFilter::filter(std::string_view text, bool invert,
                         ContextRules& rules) {
   text = text.substr(0, text.rfind('\n') + 1);
   search_.reset(text);
-  std::size_t begin = 0;
-  while (begin < text.size()) {
-    std::size_t const line = nextCandidate(text, begin);
-    if (line != begin) push(text.substr(begin, line - begin), invert, rules);
-    if (line == text.size()) return;
-    std::size_t const feed = text.find('\n', line);
-    bool const match = matches(text.substr(line, feed - line));
-    push(text.substr(line, feed + 1 - line), match != invert, rules);
-    begin = feed + 1;
+  std::size_t pushed = 0;  // so far: the lines in front of it
+  auto const pushUnmatched = [&](std::size_t end) {
+    if (end != pushed) push(text.substr(pushed, end - pushed), invert, rules);
+    pushed = end;
+  };
+  std::size_t line = nextCandidate(text, 0);
+  try {
+    while (line < text.size()) {
+      std::size_t const next = text.find('\n', line) + 1;
+      if (matches(text.substr(line, next - 1 - line))) {
+        pushUnmatched(line);
+        push(text.substr(line, next - line), !invert, rules);
+        pushed = next;
+      }
+      line = nextCandidate(text, next);
+    }
+  } catch (Poco::RegularExpressionException const&) {
+    pushUnmatched(line);
+    throw;
   }
+  pushUnmatched(text.size());
 }
 
 }  // namespace QorCliPipe
