@@ -64,6 +64,7 @@ void CommandRunner::runStages(std::vector<std::string> const& texts) {
   std::string const& first = texts.front();
   bool const fromInput =
       !sourceCommands_.knows(CommandLine::firstWord(first), false);
+  diagnostics_.dropTrace();  // of looking the word up
   std::unique_ptr<Source> const source =
       fromInput ? input_.rest() : prepare(first);
   std::vector<std::string> parts = texts;

@@ -11,10 +11,15 @@ Diagnostics::Diagnostics(bool trace, bool timing) : timing_(timing) {
 }
 
 Diagnostics::Line::Line(Diagnostics& diagnostics) : diagnostics_(diagnostics) {
-  diagnostics_.beginLine();
+  // What was traced before belongs to loading the plug-ins, or to Tab and "?".
+  diagnostics_.dropTrace();
 }
 
 Diagnostics::Line::~Line() { diagnostics_.endLine(); }
+
+void Diagnostics::dropTrace() {
+  if (trace_) trace_->take();
+}
 
 void Diagnostics::showTrace() {
   if (trace_) std::cerr << traceWalk(trace_->take()) << std::flush;
@@ -27,11 +32,6 @@ void Diagnostics::beginStages(std::vector<std::string> const& texts) {
 
 StageFigures* Diagnostics::figures(std::size_t stage) {
   return timing_ ? &stages_.at(stage) : nullptr;
-}
-
-// What was traced before belongs to loading the plug-ins, or to Tab and "?".
-void Diagnostics::beginLine() {
-  if (trace_) trace_->take();
 }
 
 void Diagnostics::endLine() {

@@ -33,6 +33,9 @@ class Diagnostics {
     Diagnostics& diagnostics_;
   };
 
+  // Forgets what has been traced since it was last shown.
+  void dropTrace();
+
   // Shows what has been traced since it was last shown. Plug-ins are not to be
   // in the middle of a call.
   void showTrace();
@@ -45,7 +48,6 @@ class Diagnostics {
   StageFigures* figures(std::size_t stage);
 
  private:
-  void beginLine();
   void endLine();
 
   std::optional<TraceCapture> trace_;

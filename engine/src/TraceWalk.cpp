@@ -24,20 +24,20 @@ struct Record {
   bool isExit() const { return kind == "level" && value == kExitLevel; }
 };
 
-// Returns whether `line` is a record.
+// Returns whether `line` is a record. The name of a function may hold blanks,
+// as in "operator bool", but no colon.
 bool read(std::string const& line, Record& record) {
   std::istringstream words(line);
   std::string subsystem;
   std::string place;
-  words >> record.kind >> record.value >> subsystem >> place >> record.function;
-  std::getline(words, record.text);
+  words >> record.kind >> record.value >> subsystem >> place;
+  std::getline(words, record.function, ':');
   bool const known = record.kind == "level" || record.kind == "severity";
-  if (!known || record.function.empty() || record.function.back() != ':') {
-    return false;
-  }
-  record.function.pop_back();
-  record.file = place.substr(0, place.rfind(':'));
+  if (!known || words.eof() || !words) return false;
+  std::getline(words, record.text);
+  Poco::trimInPlace(record.function);
   Poco::trimInPlace(record.text);
+  record.file = place.substr(0, place.rfind(':'));
   return true;
 }
 
@@ -54,53 +54,60 @@ class Walk {
   void add(std::string const& line) {
     Record record;
     if (!read(line, record)) {
-      print(line);
+      say(line);
     } else if (record.isEntry()) {
       enter(record);
     } else if (record.isExit()) {
       leave(record);
     } else if (record.kind == "severity") {
-      print("severity " + std::to_string(record.value) + ": " + record.text);
+      say("severity " + std::to_string(record.value) + ": " + record.text);
     } else {
-      print(record.text);
+      say(record.text);
     }
   }
 
   std::string const& text() const { return text_; }
 
  private:
-  using Function = std::pair<std::string, std::string>;  // file and name
+  struct Call {
+    std::string file;
+    std::string function;
+    std::size_t lineEnd;  // of its entry's line, in text_, before the line feed
+    bool silent;          // nothing has been said since
+  };
 
   void enter(Record const& record) {
     print(">> " + record.function + behind(">>", record.text));
-    entered_.emplace_back(record.file, record.function);
-    justEntered_ = true;
+    calls_.push_back({record.file, record.function, text_.size() - 1, true});
   }
 
   void leave(Record const& record) {
-    Function const function(record.file, record.function);
-    auto const entry = std::find(entered_.rbegin(), entered_.rend(), function);
-    if (justEntered_ && entry == entered_.rbegin()) {
-      text_.pop_back();
-      text_ += " <<" + behind("<<", record.text) + '\n';
-      entered_.pop_back();
-      justEntered_ = false;
+    std::string const result = behind("<<", record.text);
+    auto const call =
+        std::find_if(calls_.rbegin(), calls_.rend(), [&](Call const& each) {
+          return each.file == record.file && each.function == record.function;
+        });
+    if (call == calls_.rbegin() && call != calls_.rend() && call->silent) {
+      text_.resize(call->lineEnd);
+      text_ += " <<" + result + '\n';
+      calls_.pop_back();
       return;
     }
-    if (entry != entered_.rend()) {
-      entered_.erase(entry.base() - 1, entered_.end());
-    }
-    print("<< " + record.function + behind("<<", record.text));
+    if (call != calls_.rend()) calls_.erase(call.base() - 1, calls_.end());
+    say("<< " + record.function + result);
+  }
+
+  void say(std::string const& line) {
+    print(line);
+    for (Call& call : calls_) call.silent = false;
   }
 
   void print(std::string const& line) {
-    text_ += std::string(kIndent * entered_.size(), ' ') + line + '\n';
-    justEntered_ = false;
+    text_ += std::string(kIndent * calls_.size(), ' ') + line + '\n';
   }
 
   std::string text_;
-  std::vector<Function> entered_;
-  bool justEntered_ = false;
+  std::vector<Call> calls_;  // entered and not left
 };
 
 }  // namespace

@@ -28,14 +28,27 @@ TEST(TraceWalkTest, isIndentedByDepth) {
       {entry("stop", "Reason: 1"), ">> stop Reason: 1\n"},
       {entry("a") + progress("Checking") + left("a", "true") + entry("b"),
        ">> a\n  Checking\n<< a true\n>> b\n"},
-      {entry("a") + entry("b") + left("b", "1") + left("a", "2"),
-       ">> a\n  >> b << 1\n<< a 2\n"},
-      {entry("a") + entry("a") + left("a", "1") + left("a", "2"),
-       ">> a\n  >> a << 1\n<< a 2\n"},
+      {entry("a") + entry("b") + left("b", "1") + progress("on") +
+           left("a", "2"),
+       ">> a\n  >> b << 1\n  on\n<< a 2\n"},
+      {entry("a") + entry("a") + progress("on") + left("a", "1") +
+           left("a", "2"),
+       ">> a\n  >> a\n    on\n  << a 1\n<< a 2\n"},
+      {entry("operator bool") + left("operator bool", "true"),
+       ">> operator bool << true\n"},
       {entry("a") + "severity 4 cli Tree.cpp:1 run: no portal\n",
        ">> a\n  severity 4: no portal\n"},
   };
   for (auto const& row : rows) EXPECT_EQ(traceWalk(row.records), row.walk);
+}
+
+TEST(TraceWalkTest, whatSilentFunctionsCallIsLeftOut) {
+  EXPECT_EQ(traceWalk(entry("a") + entry("b", "x") + entry("c") + left("c") +
+                      left("b", "1") + left("a", "2")),
+            ">> a << 2\n");
+  EXPECT_EQ(traceWalk(entry("a") + progress("on") + entry("b", "x") +
+                      entry("c") + left("c") + left("b", "1") + left("a", "2")),
+            ">> a\n  on\n  >> b x << 1\n<< a 2\n");
 }
 
 TEST(TraceWalkTest, functionsLeftByAnExceptionAreClosed) {
