@@ -23,6 +23,7 @@ class CallGraph {
     std::size_t end;
   };
 
+  // A call of a group, such as (?1).
   struct Call {
     std::size_t position;  // in the pattern
     std::size_t group;     // index into groups()
