@@ -46,7 +46,7 @@ QorReturnT failLater(Call const& call) {
 
 // Prints the text up to the piece that holds the marker.
 QorReturnT failAtMarker(Call const& call) {
-  if (call.input.find("020000\n") != std::string::npos) return 1;
+  if (call.input.find("010000\n") != std::string::npos) return 1;
   call.print(call.input);
   return 0;
 }
