@@ -1,6 +1,7 @@
 #include "CommandTree.h"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 namespace QorCliEngine {
@@ -20,10 +21,10 @@ std::string firstLine(std::string const& help) {
   return line.compare(0, mark, kKeywordMark) == 0 ? line.substr(mark) : line;
 }
 
-bool offers(std::vector<Candidate> const& candidates, std::string const& text) {
-  return std::any_of(
-      candidates.begin(), candidates.end(),
-      [&](Candidate const& each) { return each.completion == text; });
+std::set<std::string> textsOf(std::vector<Candidate> const& candidates) {
+  std::set<std::string> texts;
+  for (Candidate const& each : candidates) texts.insert(each.completion);
+  return texts;
 }
 
 std::vector<Candidate> wordsBehind(std::string const& line,
@@ -33,9 +34,10 @@ std::vector<Candidate> wordsBehind(std::string const& line,
   std::vector<Candidate> both;
   auto const add = [&both](std::vector<Candidate> const& answer,
                            std::vector<Candidate> const& other) {
+    std::set<std::string> const known = textsOf(other);
     for (Candidate const& candidate : answer) {
-      if (other.empty() || Candidates::isReturn(candidate) ||
-          offers(other, candidate.completion)) {
+      if (known.empty() || Candidates::isReturn(candidate) ||
+          known.count(candidate.completion) != 0) {
         both.push_back(candidate);
       }
     }
