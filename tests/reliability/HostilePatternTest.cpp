@@ -140,7 +140,9 @@ TEST_P(LongScan, FindsNothingOrGivesUp) {
 INSTANTIATE_TEST_SUITE_P(Patterns, LongScan,
                          testing::Values("a.*y", "a[^x]*+y", "(?=a.*y)b?",
                                          "(?=.*b)a", "a(?>.*)y", "(?:a|b)*+y",
-                                         "(a*+)++y", "(*UTF8)a.*+y"));
+                                         "(a*+)++y", "(*UTF8)a.*+y",
+                                         "a{0,65535}y", "(?:a{0,9999}){0,99}y",
+                                         "(?:[ab]{0,99}){0,99}x"));
 
 // ---- What is left of a call that gives up
 

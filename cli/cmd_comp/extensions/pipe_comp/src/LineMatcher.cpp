@@ -16,8 +16,8 @@
 //    beginnings of the line together stay within kLineSteps. This decides all
 //    but the pathological.
 // 2. Machine code from one beginning after the other, each with more steps,
-//    until kLineTime of processor time is used up. This decides long lines, on
-//    which the first way is not tried.
+//    until kLineTime of processor time is used up. This decides long lines
+//    under patterns for which the first way is not tried on them.
 // 3. Poco over the whole line, under limits of the same kind.
 // 4. Poco from one beginning after the other, as above, where there is no
 //    machine code.
@@ -64,11 +64,12 @@ std::string const& checked(std::string const& pattern) {
   return pattern;
 }
 
-// A power of two, so that lines of similar length have the same.
+// Rounded down to a power of two, so that lines of similar length have the
+// same; at least 1.
 std::uint32_t roundedSteps(std::size_t steps) {
-  std::uint32_t result = 1;
-  while (result <= std::min(steps, kStepsFromOneStart) / 2) result *= 2;
-  return result;
+  auto const limited = static_cast<std::uint32_t>(
+      std::clamp<std::size_t>(steps, 1, kStepsFromOneStart));
+  return std::uint32_t{1} << (31 - __builtin_clz(limited));
 }
 
 double processorSeconds() {
@@ -136,7 +137,7 @@ bool LineMatcher::matches(std::string_view line) {
 
 Answer LineMatcher::matchInMachineCode(std::string_view line) {
   Answer const answer =
-      line.size() > kLongLine
+      isTooLongAtOnce(line)
           ? Answer::kUndecided
           : jit_->match(line, 0, stepsFromEachStart(line, line.size()));
   if (answer != Answer::kUndecided || !independentStarts_) return answer;
@@ -154,7 +155,7 @@ Answer LineMatcher::matchWithPoco(std::string_view line) {
   if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits());
   poco_->setLine(line);
   std::size_t const cost = line.size() / kPocoAdvantage;
-  Answer const answer = line.size() > kLongLine && longSteps_
+  Answer const answer = isTooLongAtOnce(line)
                             ? Answer::kUndecided
                             : poco_->search(stepsFromEachStart(line, cost));
   if (answer != Answer::kUndecided || jit_ || !independentStarts_) {
@@ -164,6 +165,10 @@ Answer LineMatcher::matchWithPoco(std::string_view line) {
                    [&](std::size_t start, std::uint32_t steps) {
                      return poco_->matchAt(start, steps);
                    });
+}
+
+bool LineMatcher::isTooLongAtOnce(std::string_view line) const {
+  return longSteps_ && line.size() > kLongLine;
 }
 
 // How many places there are where a match may begin.

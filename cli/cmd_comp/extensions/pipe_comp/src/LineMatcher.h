@@ -41,6 +41,7 @@ class LineMatcher {
 
   Answer matchInMachineCode(std::string_view line);
   Answer matchWithPoco(std::string_view line);
+  bool isTooLongAtOnce(std::string_view line) const;
   std::uint32_t stepsFromEachStart(std::string_view line,
                                    std::size_t stepCost) const;
   std::size_t stepsFromOneStart(std::size_t stepCost) const;

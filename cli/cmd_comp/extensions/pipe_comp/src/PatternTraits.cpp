@@ -45,14 +45,24 @@ bool hasEmptyAlternative(std::string_view pattern) {
   return hasAny(pattern, {"||", "|)", "(|", ":|", ">|", "(?|"});
 }
 
-// Whether a character, or a class of them, may be repeated without end. What
-// follows a group repeats that, and such repetitions are steps.
+bool hasNumberOfThreeDigits(std::string_view pattern) {
+  std::size_t digits = 0;
+  for (char const c : pattern) {
+    digits = c >= '0' && c <= '9' ? digits + 1 : 0;
+    if (digits == 3) return true;
+  }
+  return false;
+}
+
+// Whether a character, or a class of them, may be repeated a hundred times or
+// without end. What follows a group repeats that, and such repetitions are
+// steps.
 bool repeatsCharacters(std::string_view pattern) {
   for (std::size_t i = 1; i < pattern.size(); ++i) {
     bool const repetition = pattern[i] == '*' || pattern[i] == '+';
     if (repetition && !endsGroup(pattern.substr(0, i))) return true;
   }
-  return hasAny(pattern, {",}"});
+  return hasAny(pattern, {",}"}) || hasNumberOfThreeDigits(pattern);
 }
 
 // The pattern behind the options that say nothing of where a match begins.
@@ -78,7 +88,7 @@ bool machineCodeAgrees(std::string_view pattern) {
 
 bool stepsMayBeLong(std::string_view pattern) {
   return repeatsCharacters(pattern) || refersToGroups(pattern) ||
-         hasAny(pattern, {"(?(", "?+", "*+", "++", "}+", "(*"}) ||
+         hasAny(pattern, {"(?(", "?+", "*+", "++", "}+", "(*", "\\X"}) ||
          hasLongGroup(pattern, "(?>") || hasLongGroup(pattern, "(?=") ||
          hasLongGroup(pattern, "(?!") || hasLongGroup(pattern, "(?<=") ||
          hasLongGroup(pattern, "(?<!");
