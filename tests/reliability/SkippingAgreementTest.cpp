@@ -25,11 +25,11 @@ using QorCliPipe::LineFilter;
 using QorCliPipe::requiredText;
 using Texts = std::vector<std::string>;
 
-constexpr int kPatterns = kAddressSanitizer ? 4000 : 40000;
+int const kPatterns = isSlowRun() ? 4000 : 40000;
 constexpr std::size_t kMostLines = 40;
 constexpr std::size_t kMostContext = 3;  // lines
 
-constexpr std::size_t kExhaustiveLength = kAddressSanitizer ? 3 : 4;
+std::size_t const kExhaustiveLength = isSlowRun() ? 3 : 4;
 constexpr char kExhaustiveBytes[] = "ab|()?*.\\[]^";
 constexpr std::size_t kLongestWord = 3;
 constexpr char kWordBytes[] = "abB";
