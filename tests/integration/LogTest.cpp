@@ -7,6 +7,7 @@
 #include <functional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "Plugin.h"
 #include "Portal.h"
@@ -20,6 +21,20 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+
+// Whether the texts stand in the log, one behind the other.
+MATCHER_P(HasInOrder, texts, "") {
+  std::size_t place = 0;
+  for (std::string const& text : texts) {
+    place = arg.find(text, place);
+    if (place == std::string::npos) {
+      *result_listener << "lacks, or has too early: " << text;
+      return false;
+    }
+    place += text.size();
+  }
+  return true;
+}
 
 // The log and the trace as they are written to a file. The facade reads its
 // settings once in a process, so each case runs in a process of its own.
@@ -175,13 +190,11 @@ TEST_F(Log, AnExecutionTracesTheCountBeforeAndAfter) {
                                     "filter a", "a\n");
               });
             }),
-      AllOf(HasSubstr(
-                "Before executeCommand commandMatchCount = 2, actionId = 9\n"),
-            HasSubstr(
-                "After executeCommand commandMatchCount = 3, actionId = 9\n"),
-            HasSubstr("PipeCmdComp commandMatchCount = 3\n"),
-            HasSubstr("We found exact match node 'filter'\n"),
-            HasSubstr("We are at last token.\n")));
+      HasInOrder(std::vector<std::string>{
+          "Before executeCommand commandMatchCount = 2, actionId = 9\n",
+          "We found exact match node 'filter'\n", "We are at last token.\n",
+          "After executeCommand commandMatchCount = 3, actionId = 9\n",
+          "PipeCmdComp commandMatchCount = 3\n"}));
 }
 
 TEST_F(Log, NullPointersAreLogged) {

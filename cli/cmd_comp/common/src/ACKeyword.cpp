@@ -75,6 +75,7 @@ bool ACKeyword::isGhost(char const* cursor) {
 }
 
 bool ACKeyword::existsForCursor(char const* cursor) const {
+  if (!requiresCursor_ && !forbidsCursor_) return true;
   bool const ghost = isGhost(cursor);
   return !(requiresCursor_ && ghost) && !(forbidsCursor_ && !ghost);
 }

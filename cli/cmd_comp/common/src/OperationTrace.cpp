@@ -30,6 +30,17 @@ bool errorLogWanted() noexcept { return levelInForce() >= kErrorSeverity; }
 
 bool traceWanted() noexcept { return levelInForce() > kTraceThreshold; }
 
+void logError(char const* text, char const* file, char const* function,
+              unsigned line) noexcept {
+  if (!errorLogWanted()) return;
+  try {
+    facade().log_printf(Qor::Trace::Cli, kErrorSeverity, file, function, line,
+                        "%s", text);
+  } catch (std::exception const&) {
+    return;
+  }
+}
+
 int OperationTrace::exitWith(int result, unsigned line) const noexcept {
   return exitWithNumber(result, line);
 }

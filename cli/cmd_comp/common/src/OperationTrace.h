@@ -11,13 +11,13 @@ namespace QorCliUtilities {
 
 // Every public operation of the component, its command, the tree, the nodes,
 // the contexts and the sinks traces its entry and its exit. Without a trace are
-// constructors and destructors, and, for a reason of their own:
+// constructors (but FilterCommand's, which builds the tree) and destructors,
+// and, for a reason of their own:
 //
 // - AutoCompleteNode::children, addChild and clearChildren: how the tree gets
 //   at its own data, at each turn of each loop;
-// - PipeAction, PipeComponentRecord and FrameworkPortal: steps of the
-// component's
-//   operations, which trace;
+// - PipeAction, PipeComponentRecord and FrameworkPortal: steps of operations
+//   of the component, which trace;
 // - Error: it is made and read when something went wrong;
 // - CliErrors, LowerCase and OrEmpty: functions that only compose a text;
 // - the matching core of the filter: it works on each line or each byte, and
@@ -36,6 +36,11 @@ bool errorLogWanted() noexcept;
 // True when trace records are to be written at all: the logging facade's level
 // is above 7. Callable from any thread.
 bool traceWanted() noexcept;
+
+// Writes an error to the system log, when errors are to be written; without
+// memory it is dropped. Callable from any thread.
+void logError(char const* text, char const* file, char const* function,
+              unsigned line) noexcept;
 
 // Traces the entry of an operation when it is built, and the exit when one of
 // the exit functions is called; an operation left by an exception has no exit
@@ -153,17 +158,8 @@ class OperationTrace {
     }                                                                    \
   } while (false)
 
-// Writes an error to the system log (severity 4): arguments as above.
-#define QOR_CLI_LOG_ERROR(...)                                            \
-  do {                                                                    \
-    if (!::QorCliUtilities::errorLogWanted()) break;                      \
-    try {                                                                 \
-      ::Qor::LoggingWrapper::instance().log_printf(                       \
-          ::Qor::Trace::Cli, ::QorCliUtilities::kErrorSeverity, __FILE__, \
-          __func__, __LINE__, __VA_ARGS__);                               \
-    } catch (std::exception const&) {                                     \
-      break;                                                              \
-    }                                                                     \
-  } while (false)
+// Writes an error to the system log (severity 4): `text` as it stands.
+#define QOR_CLI_LOG_ERROR(text) \
+  ::QorCliUtilities::logError(text, __FILE__, __func__, __LINE__)
 
 #endif

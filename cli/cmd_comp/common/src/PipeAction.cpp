@@ -9,20 +9,8 @@ namespace {
 
 constexpr int kRefused = -1;
 
-bool refused(char const* reason, char const* file, char const* function,
-             unsigned line) {
-  if (!errorLogWanted()) return false;
-  try {
-    Qor::LoggingWrapper::instance().log_printf(
-        Qor::Trace::Cli, kErrorSeverity, file, function, line, "%s", reason);
-  } catch (std::exception const&) {
-    return false;
-  }
-  return false;
-}
-
-int execute(AutoCompleteTree& tree, CliApiContext& context,
-            PipeAction const& action, LinesOutput& output) {
+int runCommandLine(AutoCompleteTree& tree, CliApiContext& context,
+                   PipeAction const& action, LinesOutput& output) {
   output.clear();
   output.getOutput().emplace_back(orEmpty(action.input));
   QOR_CLI_TRACE("Before executeCommand commandMatchCount = %d, actionId = %d",
@@ -65,14 +53,16 @@ int offerCandidates(AutoCompleteTree& tree, CliApiContext& context,
 bool canAnswer(CliApiContext const& context, unsigned const* commandMatchCount,
                char const* file, char const* function, unsigned line) {
   if (context && commandMatchCount != nullptr) return true;
-  return refused("Pipe command called without a context or a counter.", file,
-                 function, line);
+  logError("Pipe command called without a context or a counter.", file,
+           function, line);
+  return false;
 }
 
 bool canAnswer(CliApiContext const& context, char const* file,
                char const* function, unsigned line) {
-  return context ||
-         refused("Input completed without a context.", file, function, line);
+  if (context) return true;
+  logError("Input completed without a context.", file, function, line);
+  return false;
 }
 
 int answerPipeAction(AutoCompleteTree& tree, CliApiContext& context,
@@ -94,7 +84,7 @@ int performPipeAction(AutoCompleteTree& tree, CliApiContext& context,
   context.setActionId(action.id);
   switch (action.kind) {
     case QOR_CLI_ACTION_EXECUTE:
-      return execute(tree, context, action, output);
+      return runCommandLine(tree, context, action, output);
     case QOR_CLI_ACTION_COMPLETE:
     case QOR_CLI_ACTION_HELP:
       return offerCandidates(tree, context, action, output);

@@ -94,7 +94,7 @@ void FilterCommand::filterLines(std::string_view text,
 }
 
 bool FilterCommand::isNumber(std::string const& text) {
-  return isDecimalNumber(text);
+  return OperationTrace().exitWith(isDecimalNumber(text));
 }
 
 }  // namespace QorCliPipe

@@ -19,7 +19,9 @@ constexpr QorReturnT kRefused = -1;
 
 PipeCmdComp::PipeCmdComp() : record_("QorCliPipeCmdComp") {}
 
-char const* PipeCmdComp::moduleName() { return "QorBasicCommands"; }
+char const* PipeCmdComp::moduleName() {
+  return OperationTrace().exitWith("QorBasicCommands");
+}
 
 QorMgmtSpiComponent_1* PipeCmdComp::getComponent() {
   return OperationTrace().exitWith(record_.get());
@@ -51,7 +53,7 @@ QorReturnT PipeCmdComp::useModule(CliApiContext& context,
   QOR_CLI_TRACE("PipeCmdComp commandMatchCount = %d",
                 static_cast<int>(*commandMatchCount));
   if (*commandMatchCount != 0) {
-    emitOutput(context, currentActionId_, output.getOutput(), status);
+    emitOutput(context, actionId, output.getOutput(), status);
   }
   keepAsSpare(output.getOutput());
   return trace.exitWith(status);

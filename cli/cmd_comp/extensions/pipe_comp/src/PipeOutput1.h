@@ -7,7 +7,7 @@ namespace QorCliPipe {
 
 // The sink of this component: its input before the command runs, its output
 // afterwards.
-using PipeOutput1 = QorCliUtilities::LinesOutput;
+class PipeOutput1 : public QorCliUtilities::LinesOutput {};
 
 }  // namespace QorCliPipe
 

@@ -179,7 +179,7 @@ TEST_F(Traced, RecordsNameTheirLevelAndTheirPlace) {
   unsigned const line = __LINE__ + 1;
   integer(0);
   QOR_CLI_TRACE("progress %d", 5);
-  QOR_CLI_LOG_ERROR("error %s", "x");
+  QOR_CLI_LOG_ERROR("error %s");
   std::vector<TraceRecord> const records = traceLog().take();
   ASSERT_EQ(records.size(), 4U);
   struct {
@@ -189,7 +189,7 @@ TEST_F(Traced, RecordsNameTheirLevelAndTheirPlace) {
   } const rows[] = {{"level", 9, " >> "},
                     {"level", 10, " << 0"},
                     {"level", 0, "progress 5"},
-                    {"severity", 4, "error x"}};
+                    {"severity", 4, "error %s"}};
   for (std::size_t i = 0; i < records.size(); ++i) {
     EXPECT_EQ(records[i].kind, rows[i].kind);
     EXPECT_EQ(records[i].value, rows[i].value);

@@ -52,14 +52,28 @@ TEST_F(PipeActionTest, NullTextsAreEmpty) {
 }
 
 TEST_F(PipeActionTest, CandidatesGoToTheContext) {
+  tree.addPathToTree(
+      {new ACPipeKeyword("tally", "A sum", {QOR_CLI_MODE_ANY}, true),
+       new AutoCompleteNode(&command)});
   EXPECT_EQ(perform(QOR_CLI_ACTION_COMPLETE, "ta", "ignored"), 0);
-  EXPECT_EQ(perform(QOR_CLI_ACTION_HELP, "ta", "ignored"), 0);
-  EXPECT_THAT(
-      calls(),
-      testing::Each(testing::HasSubstr("setSortableAutocompleteResult 0 1 7")));
-  EXPECT_EQ(calls().size(), 2U);
+  EXPECT_THAT(calls(),
+              ElementsAre("setSortableAutocompleteResult 0 2 7 3 tail () The "
+                          "end\nType: Command 6 tail",
+                          "setSortableAutocompleteResult 1 2 7 3 tally () A "
+                          "sum\nType: Command 6 tally"));
   EXPECT_THAT(output.getOutput(), IsEmpty());
   EXPECT_THAT(command.runs, IsEmpty());
+}
+
+// Behind a whole word, completion offers to end the line; help says the word.
+TEST_F(PipeActionTest, CompletionAndHelpAreNotTheSame) {
+  EXPECT_EQ(perform(QOR_CLI_ACTION_COMPLETE, "tail", ""), 0);
+  ASSERT_EQ(calls().size(), 1U);
+  EXPECT_THAT(calls().front(), testing::HasSubstr("<cr>"));
+  session.record.calls.clear();
+  EXPECT_EQ(perform(QOR_CLI_ACTION_HELP, "tail", ""), 0);
+  ASSERT_EQ(calls().size(), 1U);
+  EXPECT_THAT(calls().front(), testing::HasSubstr("The end"));
 }
 
 TEST_F(PipeActionTest, OtherActionsDoNothing) {

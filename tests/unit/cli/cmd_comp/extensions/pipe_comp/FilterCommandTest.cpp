@@ -130,5 +130,32 @@ TEST(FilterCommand, RunsFromALineThatReachesIt) {
   }
 }
 
+// What the command itself makes of words and of what is in the sink.
+TEST(FilterCommand, ReadsItsWordsAndTheWholeSink) {
+  struct {
+    Lines words;
+    Lines sink;
+    int status;
+    Lines kept;
+  } const rows[] = {
+      {{}, {"a\n"}, -1, {"ERROR: Command not found\n"}},
+      {{"filter"}, {"a\n"}, -1, {"ERROR: Command not found\n"}},
+      {{"filter", "b"}, {}, 0, {}},
+      {{"filter", "b"}, {"b\n", "a\n", "ab\n"}, 0, {"b\n", "ab\n"}},
+      {{"filter", "ab"}, {"a", "b\nb", "\n"}, 0, {"ab\n"}},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.words) +
+                 testing::PrintToString(row.sink));
+    QorUnit::RecordingContext session;
+    PipeOutput1 output;
+    output.push_back(row.sink);
+    EXPECT_EQ(
+        FilterCommand::instance().execute(session.context, row.words, output),
+        row.status);
+    EXPECT_EQ(output.getOutput(), row.kept);
+  }
+}
+
 }  // namespace
 }  // namespace QorCliPipe
