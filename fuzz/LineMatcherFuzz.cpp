@@ -31,7 +31,8 @@ bool accepted(Arguments const&... arguments) {
 std::optional<bool> saidByPoco(std::string const& pattern, bool ignoreCase,
                                std::string const& line) {
   try {
-    Poco::RegularExpression const expression(pattern, ignoreCase ? 1 : 0, true);
+    Poco::RegularExpression const expression(
+        pattern, QorCliPipe::pocoOptions(ignoreCase), true);
     std::string matched;
     expression.extract(line, matched, 0);
     return !matched.empty();
@@ -59,7 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data,
   std::string const pattern = bytes.line();
   std::string const line = bytes.line();
   if (pattern.size() > kLongestPattern || line.size() > kLongestLine) return 0;
-  if (accepted<Poco::RegularExpression>(pattern, ignoreCase ? 1 : 0, true) !=
+  if (accepted<Poco::RegularExpression>(
+          pattern, QorCliPipe::pocoOptions(ignoreCase), true) !=
       accepted<QorCliPipe::LineMatcher>(pattern, ignoreCase)) {
     std::abort();
   }

@@ -36,6 +36,12 @@ std::string quoted(std::string const& pattern) {
   return "filter \"" + pattern + '"';
 }
 
+std::string repeated(std::string const& text, std::size_t times) {
+  std::string result;
+  for (std::size_t i = 0; i < times; ++i) result += text;
+  return result;
+}
+
 class HostilePattern : public PluginTest {
  public:
   static void TearDownTestSuite() {
@@ -144,6 +150,27 @@ INSTANTIATE_TEST_SUITE_P(Patterns, LongScan,
                                          "a{0,65535}y", "(?:a{0,9999}){0,99}y",
                                          "(?:[ab]{0,99}){0,99}x"));
 
+// ---- Long patterns
+
+TEST_F(HostilePattern, OfManyCharactersEndsInTime) {
+  struct {
+    std::string pattern;
+    std::size_t length;
+  } const rows[] = {
+      {repeated(".", 30000) + "[yz]", 1U << 20U},
+      {repeated("\\w", 30000) + "[yz]", 1U << 20U},
+      {"^(?:a|aa){24}" + repeated(".", 5000) + "[yz]", 20000},
+      {std::string(30000, 'a') + 'b', 1U << 20U},
+      {std::string(30000, 'a') + "[bc]", 1U << 20U},
+  };
+  for (auto const& row : rows) {
+    ActionResult const result =
+        execute(quoted(row.pattern), std::string(row.length, 'a') + '\n');
+    EXPECT_TRUE(result.status == 0 || result.status == -1);
+    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  }
+}
+
 // ---- What is left of a call that gives up
 
 constexpr char kCatastrophe[] = "(a+)+$";
@@ -179,12 +206,6 @@ TEST_F(HostilePattern, DoesNotClearTheStateWhenItDecides) {
 
 // ---- Patterns that are hard to compile
 
-std::string repeated(std::string const& text, std::size_t times) {
-  std::string result;
-  for (std::size_t i = 0; i < times; ++i) result += text;
-  return result;
-}
-
 // A pattern that is too long to be printed whole.
 struct LongPattern {
   LongPattern(std::string const& pattern) : text(pattern) {}
@@ -200,10 +221,10 @@ std::ostream& operator<<(std::ostream& out, LongPattern const& pattern) {
 }
 
 // Groups of which each calls the next one twice.
-std::string callingGroups(std::size_t count) {
+std::string callingGroups(std::size_t count, std::string const& zeros = "") {
   std::string result;
   for (std::size_t i = 1; i <= count; ++i) {
-    std::string const call = "(?" + std::to_string(i + 1) + ')';
+    std::string const call = "(?" + zeros + std::to_string(i + 1) + ')';
     result += "(a?" + call + call + ')';
   }
   return result + "(a?)";
@@ -283,6 +304,18 @@ TEST_F(HostilePattern, IsRefusedWhenItsCallsTakeForEverToFollow) {
   for (std::size_t const groups : {25U, 40U, 400U}) {
     EXPECT_EQ(-1, execute(quoted(callingGroups(groups)), "a\n").status);
   }
+}
+
+// Calls behind what looks like a class, and in numbers with many zeros.
+TEST_F(HostilePattern, IsRefusedWhereItHidesItsCalls) {
+  for (char const* begin : {"(?#[)", "(*:[)", "(?#\\Q)"}) {
+    EXPECT_EQ(-1,
+              execute(quoted(begin + callingGroups(40) + "]?"), "a\n").status)
+        << begin;
+  }
+  EXPECT_EQ(
+      -1,
+      execute(quoted(callingGroups(40, std::string(170, '0'))), "a\n").status);
 }
 
 }  // namespace

@@ -322,6 +322,16 @@ TEST(ManyGroups, CanBeReferredTo) {
   EXPECT_FALSE(matcher.matches(std::string(21, 'a') + "bc"));
 }
 
+// Poco can do without their captures, but not where they are referred to.
+TEST(ManyGroups, ThatAreReferredToHaveTheirTextOrNoAnswer) {
+  std::string const as(21, 'a');
+  for (char const* begin : {"", "(*UTF8)", "(*NO_START_OPT)"}) {
+    LineMatcher matcher(begin + groups(21) + "(b|c)\\22$", false);
+    EXPECT_NE(false, found(matcher, as + "bb")) << begin;
+    EXPECT_NE(true, found(matcher, as + "b\x12")) << begin;
+  }
+}
+
 // There is no machine code for lines in UTF-8.
 TEST(ManyGroups, AreNoErrorWithoutMachineCode) {
   LineMatcher matcher("(*UTF8)" + groups(21) + "\xC3\xA4", false);
@@ -339,6 +349,15 @@ TEST(LongLine, IsFoundAsTheShortOneIs) {
     EXPECT_TRUE(matcher.matches(line + "c")) << length;
     EXPECT_FALSE(matcher.matches(line + "bc")) << length;
     EXPECT_FALSE(matcher.matches("b" + line)) << length;
+  }
+}
+
+// A work of many steps from one beginning, that Poco does, too.
+TEST(LongLine, IsDecidedWhereItTakesManySteps) {
+  LineMatcher matcher("x.*.*.*[yz]", false);
+  for (std::size_t const length : {100U, 150U}) {
+    EXPECT_EQ(false, found(matcher, std::string(length, 'x'))) << length;
+    EXPECT_EQ(true, found(matcher, std::string(length, 'x') + 'y')) << length;
   }
 }
 

@@ -331,7 +331,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Nest{"(?(?=a)", "|b)"}, Nest{"(a?", ")"}, Nest{"(", "b?)"},
                     Nest{"(", ")\\b"}, Nest{"(", ""}, Nest{"[", "]"},
                     Nest{"[(", ")]"}, Nest{"", ")"}, Nest{"(?#", ")"},
-                    Nest{"\\Q(", "\\E"}, Nest{"(", ")(?R)?"},
+                    Nest{"\\Q(", "\\E"}, Nest{"(?#[)(", "]?)"},
+                    Nest{"(*:[)(", "]?)"}, Nest{"(", ")(?R)?"},
                     Nest{"(?:(?R)?", ")"}));
 
 // ---- Random patterns

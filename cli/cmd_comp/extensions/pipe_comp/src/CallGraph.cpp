@@ -62,7 +62,6 @@ class Reader {
   // Returns the depth.
   std::size_t read() {
     groups_.push_back({0, pattern_.size()});
-    isSure_ = pattern_.find('#') == std::string_view::npos;
     visitOutsideClasses(pattern_, [this](std::size_t i, bool sure) {
       isSure_ = isSure_ && sure;
       visit(i);
@@ -72,6 +71,8 @@ class Reader {
     }
     return isSure_ ? depth_ : opened_;
   }
+
+  bool isReadable() const { return isReadable_; }
 
  private:
   static constexpr std::size_t kNoCapture = 0;
@@ -87,6 +88,8 @@ class Reader {
     std::string_view const rest = pattern_.substr(i, kLongestMark);
     std::string_view const called = calledBy(rest);
     if (!called.empty()) marked_.push_back({i, called, groups_.size() - 1});
+    // The rest of a call that is cut off may say anything.
+    isReadable_ = isReadable_ && (called.empty() || called.end() != rest.end());
     if (rest[0] == '(') open(i, rest);
     if (rest[0] == ')' && !open_.empty()) close(i);
   }
@@ -141,6 +144,7 @@ class Reader {
   std::vector<CallGraph::Extent>& groups_;
   std::vector<CallGraph::Call>& calls_;
   bool isSure_ = true;
+  bool isReadable_ = true;
   std::vector<std::size_t> open_;  // indices into groups_, or kNoCapture
   std::size_t depth_ = 0;          // the largest size of open_
   std::size_t opened_ = 0;
@@ -152,7 +156,10 @@ class Reader {
 
 }  // namespace
 
-CallGraph::CallGraph(std::string_view pattern)
-    : depth_(Reader(pattern, groups_, calls_).read()) {}
+CallGraph::CallGraph(std::string_view pattern) {
+  Reader reader(pattern, groups_, calls_);
+  depth_ = reader.read();
+  isReadable_ = reader.isReadable();
+}
 
 }  // namespace QorCliPipe

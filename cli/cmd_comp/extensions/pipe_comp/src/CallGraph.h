@@ -37,13 +37,18 @@ class CallGraph {
   // In the order of their positions.
   std::vector<Call> const& calls() const { return calls_; }
 
+  // Whether there is no call that is too long to be read. One that is leads to
+  // any group.
+  bool isReadable() const { return isReadable_; }
+
   // How many groups at most stand around a character of the pattern.
   std::size_t depth() const { return depth_; }
 
  private:
   std::vector<Extent> groups_;
   std::vector<Call> calls_;
-  std::size_t depth_;
+  std::size_t depth_ = 0;
+  bool isReadable_ = true;
 };
 
 }  // namespace QorCliPipe

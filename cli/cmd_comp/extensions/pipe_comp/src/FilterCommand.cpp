@@ -71,6 +71,8 @@ int FilterCommand::execute(QorCliUtilities::CliApiContext& context,
     filterLines(text, arguments, context.getActionId(), kept);
   } catch (Poco::Exception const&) {
     PipeCmd::FilterMap.clear();
+    // Matching may have taken much memory before it gave up.
+    lastFilter_.reset();
     return trace.exitWith(kFailure);
   }
   return trace.exitWith(0);

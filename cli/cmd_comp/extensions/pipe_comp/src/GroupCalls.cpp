@@ -65,6 +65,7 @@ class Walk {
 std::size_t callReach(std::string_view pattern, std::size_t limit) {
   CallGraph const graph(pattern);
   if (graph.calls().empty()) return 0;
+  if (!graph.isReadable()) return limit;
   std::size_t const times = graph.depth() + 1;
   return std::min(Walk(graph).reach(limit / times + 1) * times, limit);
 }

@@ -119,8 +119,9 @@ JitExpression::Traits JitExpression::traits(std::string const& pattern,
   Pattern const code = compiled(pattern, compileOptions(ignoreCase));
   if (!code) return {};
   int const groups = info<int>(code.get(), nullptr, PCRE_INFO_CAPTURECOUNT);
-  return {static_cast<std::size_t>(groups), hasOption(code, PCRE_UTF8),
-          hasOneBeginning(code)};
+  return {static_cast<std::size_t>(groups),
+          info<int>(code.get(), nullptr, PCRE_INFO_BACKREFMAX) != 0,
+          hasOption(code, PCRE_UTF8), hasOneBeginning(code)};
 }
 
 }  // namespace QorCliPipe

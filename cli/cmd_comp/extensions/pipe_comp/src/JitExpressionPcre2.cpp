@@ -146,6 +146,7 @@ JitExpression::Traits JitExpression::traits(std::string const& pattern,
       compiled(pattern, compileOptions(ignoreCase), compileContext());
   if (!code) return {};
   return {info<std::uint32_t>(code, PCRE2_INFO_CAPTURECOUNT),
+          info<std::uint32_t>(code, PCRE2_INFO_BACKREFMAX) != 0,
           hasOption(code, PCRE2_UTF), hasOneBeginning(code)};
 }
 

@@ -23,7 +23,8 @@ class LineFilter {
   enum class Skipping { kOn, kOff };
 
   // Compiles `pattern`. Throws Poco::RegularExpressionException as LineMatcher
-  // does. Skipping makes no difference but to the time.
+  // does. Skipping makes no difference but to the time, and that no line is
+  // given up on that cannot match.
   LineFilter(std::string const& pattern, bool ignoreCase,
              Skipping skipping = Skipping::kOn);
 

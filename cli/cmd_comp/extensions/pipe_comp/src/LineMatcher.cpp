@@ -35,7 +35,7 @@ using Answer = JitExpression::Answer;
 // Steps that may be spent on one line, and on one beginning in it: where steps
 // cost as much as the line, so many bytes looked at instead.
 constexpr std::size_t kLineSteps = 50'000'000;
-constexpr std::size_t kStepsFromOneStart = 10'000'000;
+constexpr std::uint32_t kStepsFromOneStart = 10'000'000;
 constexpr std::size_t kBytesFromOneStart = 1'000'000'000;
 constexpr std::size_t kMoreSteps = 4;  // times as many, when they were too few
 
@@ -65,11 +65,11 @@ std::string const& checked(std::string const& pattern) {
 }
 
 // Rounded down to a power of two, so that lines of similar length have the
-// same; at least 1.
+// same, but for the most; at least 1.
 std::uint32_t roundedSteps(std::size_t steps) {
-  auto const limited = static_cast<std::uint32_t>(
-      std::clamp<std::size_t>(steps, 1, kStepsFromOneStart));
-  return std::uint32_t{1} << (31 - __builtin_clz(limited));
+  if (steps >= kStepsFromOneStart) return kStepsFromOneStart;
+  auto const some = static_cast<std::uint32_t>(std::max<std::size_t>(steps, 1));
+  return std::uint32_t{1} << (31 - __builtin_clz(some));
 }
 
 double processorSeconds() {
@@ -80,20 +80,24 @@ double processorSeconds() {
 }
 
 // attempt(steps) looks for a match from one beginning: with more steps when
-// they were too few, as long as the time that the last ones took, from `begin`
-// on, says that there is time for more before `end`.
+// they were too few, as long as the time that the last ones took says that
+// there is time for more before `end`.
+//
+// The first attempt is not timed, for most beginnings need no more; for those
+// that do, it is made again.
 template <typename Attempt>
-Answer tryStart(std::size_t steps, double begin, double end, Attempt attempt) {
-  while (true) {
-    Answer const answer = attempt(roundedSteps(steps));
-    if (answer != Answer::kUndecided || steps >= kStepsFromOneStart) {
-      return answer;
-    }
+Answer tryStart(std::size_t steps, double end, Attempt attempt) {
+  Answer answer = attempt(roundedSteps(steps));
+  double begin = 0;
+  while (answer == Answer::kUndecided && steps < kStepsFromOneStart) {
     double const now = processorSeconds();
-    if (now + (now - begin) * kMoreSteps > end) return Answer::kUndecided;
+    double const next = begin == 0 ? 0 : (now - begin) * kMoreSteps;
+    if (now + next > end) break;
+    if (begin != 0) steps *= kMoreSteps;
     begin = now;
-    steps *= kMoreSteps;
+    answer = attempt(roundedSteps(steps));
   }
+  return answer;
 }
 
 // attempt(start, steps) looks for a match from `start`.
@@ -104,9 +108,8 @@ Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
   for (std::size_t start = 0; start < starts; ++start) {
     if (start % kStartsPerLook == 0) now = processorSeconds();
     if (now > end) return Answer::kUndecided;
-    Answer const answer = tryStart(steps, now, end, [&](std::uint32_t more) {
-      return attempt(start, more);
-    });
+    Answer const answer = tryStart(
+        steps, end, [&](std::uint32_t more) { return attempt(start, more); });
     if (answer != Answer::kNoMatch) return answer;
   }
   return Answer::kNoMatch;

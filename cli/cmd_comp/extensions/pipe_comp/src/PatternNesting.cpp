@@ -18,16 +18,15 @@ bool mayBeReference(std::string_view pattern, std::size_t i) {
 }  // namespace
 
 std::size_t nestingBound(std::string_view pattern) {
-  // A ")" that closes no group must not be counted as one that does. Behind a
-  // class that is hard to read, or where there may be comments, none is.
-  bool const mayHaveComments = pattern.find('#') != std::string_view::npos;
+  // A ")" that closes no group must not be counted as one that does: where it
+  // is not sure what a character is, none is.
   std::size_t references = 0;
   std::size_t depth = 0;
   std::size_t deepest = 0;
   visitOutsideClasses(pattern, [&](std::size_t i, bool sure) {
     if (mayBeReference(pattern, i)) ++references;
     if (pattern[i] == '(') deepest = std::max(deepest, ++depth);
-    if (pattern[i] == ')' && depth > 0 && sure && !mayHaveComments) --depth;
+    if (pattern[i] == ')' && depth > 0 && sure) --depth;
   });
   return deepest + references;
 }

@@ -17,7 +17,26 @@ std::size_t skipClassItem(std::string_view pattern, std::size_t i) {
   return isName ? end + 2 : i;
 }
 
+// The pattern behind the options at its beginning, such as "(*UTF8)".
+std::string_view withoutOptions(std::string_view pattern) {
+  constexpr std::string_view characters =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZ_=0123456789";
+  while (pattern.substr(0, 2) == "(*") {
+    std::size_t const end = pattern.find_first_not_of(characters, 2);
+    if (end == std::string_view::npos || pattern[end] != ')') break;
+    pattern.remove_prefix(end + 1);
+  }
+  return pattern;
+}
+
 }  // namespace
+
+bool mayHideText(std::string_view pattern) {
+  pattern = withoutOptions(pattern);
+  return pattern.find('#') != std::string_view::npos ||
+         pattern.find("(*") != std::string_view::npos ||
+         pattern.find("(?C") != std::string_view::npos;
+}
 
 std::size_t skipEscape(std::string_view pattern, std::size_t i) {
   if (pattern.substr(i, 2) == "\\c") return i + 3;

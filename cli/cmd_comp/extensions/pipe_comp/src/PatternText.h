@@ -15,14 +15,19 @@ std::size_t skipEscape(std::string_view pattern, std::size_t i);
 // is never closed, or has something in it that is better left alone.
 std::size_t skipPlainClass(std::string_view pattern, std::size_t i);
 
+// Whether a text in the pattern, a comment or the name of a verb or callout,
+// may look like something else. Options at the pattern's beginning have none.
+bool mayHideText(std::string_view pattern);
+
 // Calls `visit(i, sure)` with the index of each character of a regular
 // expression that is no part of an escape or a character class, in their order,
 // and with that of the character that begins an escape. From a class on that is
-// hard to read, classes are not left out any more, and `sure` is false. Takes
-// time proportional to the pattern, and constant stack.
+// hard to read, or from the beginning where there may be hidden texts, classes
+// and \Q...\E texts are not left out, and `sure` is false. Takes time
+// proportional to the pattern, and constant stack.
 template <typename Visit>
 void visitOutsideClasses(std::string_view pattern, Visit visit) {
-  bool sure = true;
+  bool sure = !mayHideText(pattern);
   std::size_t i = 0;
   while (i < pattern.size()) {
     if (sure && pattern[i] == '[') {
@@ -32,7 +37,11 @@ void visitOutsideClasses(std::string_view pattern, Visit visit) {
       continue;
     }
     visit(i, sure);
-    i = pattern[i] == '\\' ? skipEscape(pattern, i) : i + 1;
+    if (pattern[i] != '\\') {
+      ++i;
+    } else {
+      i = sure ? skipEscape(pattern, i) : i + 2;
+    }
   }
 }
 

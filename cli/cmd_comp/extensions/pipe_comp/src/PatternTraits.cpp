@@ -6,6 +6,9 @@
 namespace QorCliPipe {
 namespace {
 
+// Between two steps, a longer pattern may look at as many characters.
+constexpr std::size_t kLongPattern = 200;  // bytes
+
 using Marks = std::initializer_list<std::string_view>;
 
 bool hasAny(std::string_view pattern, Marks marks) {
@@ -87,7 +90,8 @@ bool machineCodeAgrees(std::string_view pattern) {
 }
 
 bool stepsMayBeLong(std::string_view pattern) {
-  return repeatsCharacters(pattern) || refersToGroups(pattern) ||
+  return pattern.size() > kLongPattern || repeatsCharacters(pattern) ||
+         refersToGroups(pattern) ||
          hasAny(pattern, {"(?(", "?+", "*+", "++", "}+", "(*", "\\X"}) ||
          hasLongGroup(pattern, "(?>") || hasLongGroup(pattern, "(?=") ||
          hasLongGroup(pattern, "(?!") || hasLongGroup(pattern, "(?<=") ||

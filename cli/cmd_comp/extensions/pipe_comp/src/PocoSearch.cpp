@@ -21,6 +21,9 @@ constexpr std::size_t kMatchStackPerLevel = 640;
 // calls of groups that a pattern may have.
 constexpr std::size_t kMatchMemory = 128 * 1024;  // KiB
 
+// A longer line's memory is not kept for the next one.
+constexpr std::size_t kMostKept = 64 * 1024;  // bytes
+
 // The whole match and 20 groups are what Poco has room for.
 constexpr std::size_t kPocoGroups = 20;
 
@@ -31,7 +34,7 @@ std::size_t affordableRecursion() {
 }
 
 // Where a pattern has more groups than Poco can report, they do without
-// capturing; a pattern that refers back to them gives up.
+// capturing.
 int captureOption(JitExpression::Traits const& traits) {
   return traits.groups > kPocoGroups ? RegularExpression::RE_NO_AUTO_CAPTURE
                                      : 0;
@@ -52,9 +55,11 @@ PocoSearch::PocoSearch(std::string const& pattern, bool ignoreCase,
                        JitExpression::Traits const& traits)
     : pattern_(pattern),
       options_(pocoOptions(ignoreCase) | captureOption(traits)),
-      isUtf8_(traits.isUtf8) {}
+      isUtf8_(traits.isUtf8),
+      isUsable_(traits.groups <= kPocoGroups || !traits.refersBack) {}
 
 void PocoSearch::setLine(std::string_view line) {
+  if (line_.capacity() > kMostKept) line_ = {};
   line_ = line;
   isLineChecked_ = false;
   recursion_ = affordableRecursion();
@@ -80,6 +85,7 @@ PocoSearch::Answer PocoSearch::matchAt(std::size_t start,
 // for its text then.
 PocoSearch::Answer PocoSearch::match(std::size_t start, std::uint32_t stepLimit,
                                      int options) {
+  if (!isUsable_) return Answer::kUndecided;
   try {
     RegularExpression::Match match;
     if (limited(stepLimit).match(line_, start, match, options) == 0) {

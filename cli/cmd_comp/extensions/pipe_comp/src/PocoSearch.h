@@ -33,8 +33,9 @@ class PocoSearch {
   void setLine(std::string_view line);
 
   // Looks for the first match. Undecided when more than `stepLimit` steps would
-  // be needed from one beginning, or too deep a recursion, or when the line is
-  // not in the UTF-8 that the pattern wants.
+  // be needed from one beginning, or too deep a recursion, when the line is not
+  // in the UTF-8 that the pattern wants, or when the pattern has more groups
+  // than Poco can report and needs what they captured.
   Answer search(std::uint32_t stepLimit);
 
   // As search, for a match that begins at `start`, at most the line's length.
@@ -47,6 +48,8 @@ class PocoSearch {
   std::string pattern_;
   int options_;
   bool isUtf8_;
+  // Without captures, a reference to one would mean something else.
+  bool isUsable_;
   std::string line_;
   bool isLineChecked_ = false;
   std::size_t recursion_ = 0;

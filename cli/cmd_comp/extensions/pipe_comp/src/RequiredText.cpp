@@ -16,6 +16,10 @@ namespace {
 // Looking for many texts at once costs more than it saves.
 constexpr std::size_t kMostTexts = 8;
 
+// The beginning of a longer one will do. Looking for a text takes a time that
+// may grow with its length, too.
+constexpr std::size_t kLongestText = 64;  // bytes
+
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isOneOf(char c, std::string_view set) {
@@ -194,7 +198,10 @@ class PatternReader {
         result_.anyOf.size() == kMostTexts) {
       giveUp();
     }
-    result_.sufficient = plain && (result_.anyOf.empty() || result_.sufficient);
+    bool const whole = longest_.size() <= kLongestText;
+    if (!whole) longest_.resize(kLongestText);
+    result_.sufficient =
+        plain && whole && (result_.anyOf.empty() || result_.sufficient);
     result_.anyOf.push_back(std::exchange(longest_, {}));
     plain_ = true;
   }
