@@ -52,6 +52,20 @@ void require(bool condition, std::string const& what) {
   if (!condition) throw std::runtime_error(what);
 }
 
+// Makes a call into a plug-in. What that throws may be of a type of its own,
+// whose code goes with the library, so it leaves here as one of the engine's.
+template <typename Call>
+auto guarded(Call call) {
+  try {
+    return call();
+  } catch (std::exception const& exception) {
+    throw std::runtime_error("the plug-in throws: " +
+                             std::string(exception.what()));
+  } catch (...) {
+    throw std::runtime_error("the plug-in throws something unknown");
+  }
+}
+
 // A plug-in with one component, from loading to unloading.
 class Plugin {
  public:
@@ -67,16 +81,18 @@ class Plugin {
 
   void start() {
     QorMgmtSpiInterfacePortalAccessor accessor{getPortal};
-    require(init_(&accessor, "") == 0, "the plug-in does not initialise");
+    require(guarded([&] { return init_(&accessor, ""); }) == 0,
+            "the plug-in does not initialise");
     require(registered != nullptr, "the plug-in registers nothing");
-    require(registered->start(QOR_STATE_CHANGE_NORMAL) == 0,
-            "the component does not start");
+    require(
+        guarded([] { return registered->start(QOR_STATE_CHANGE_NORMAL); }) == 0,
+        "the component does not start");
     started_ = true;
   }
 
   ~Plugin() {
-    if (started_) registered->stop(QOR_STATE_CHANGE_NORMAL);
-    terminate_();
+    if (started_) leave([] { registered->stop(QOR_STATE_CHANGE_NORMAL); });
+    leave(terminate_);
   }
 
   // The functions of the component's pipe commands.
@@ -93,6 +109,16 @@ class Plugin {
   }
 
  private:
+  // A plug-in that fails while it leaves is left all the same.
+  template <typename Call>
+  static void leave(Call call) {
+    try {
+      guarded(call);
+    } catch (std::exception const& failure) {
+      std::cerr << "small_engine: " << failure.what() << '\n';
+    }
+  }
+
   std::unique_ptr<void, int (*)(void*)> library_;
   QorLCMinitFunction init_ = nullptr;
   QorLCMterminateFunction terminate_ = nullptr;
@@ -137,9 +163,10 @@ void execute(QorCliApiPipeCommandComponent_1 const& commands,
              char const* command, unsigned actionId, std::string const& input) {
   QorCliApiContext_5 record = newRecord();
   unsigned matches = 0;
-  QorReturnT const status =
-      commands.useModule(&record, QOR_CLI_ACTION_EXECUTE, actionId, &matches,
-                         command, input.c_str());
+  QorReturnT const status = guarded([&] {
+    return commands.useModule(&record, QOR_CLI_ACTION_EXECUTE, actionId,
+                              &matches, command, input.c_str());
+  });
   require(matches != 0, "unknown or incomplete command");
   require(status == 0, "the command failed");
 }
@@ -170,7 +197,8 @@ void run(QorCliApiPipeCommandComponent_1 const& commands, char const* command) {
     failure = exception.what();
   }
   QorCliApiContext_5 record = newRecord();
-  QorReturnT const status = commands.inputComplete(&record, kActionId);
+  QorReturnT const status =
+      guarded([&] { return commands.inputComplete(&record, kActionId); });
   require(failure.empty(), failure);
   require(status == 0, "the command failed at the end of its input");
 }
@@ -179,8 +207,10 @@ void complete(QorCliApiPipeCommandComponent_1 const& commands,
               char const* command) {
   QorCliApiContext_5 record = newRecord();
   unsigned matches = 0;
-  QorReturnT const status = commands.useModule(&record, QOR_CLI_ACTION_COMPLETE,
-                                               1, &matches, command, "");
+  QorReturnT const status = guarded([&] {
+    return commands.useModule(&record, QOR_CLI_ACTION_COMPLETE, 1, &matches,
+                              command, "");
+  });
   require(status == 0, "the line cannot be understood");
 }
 

@@ -11,6 +11,7 @@ The other steps need it.
     find_package  the consumer builds with CMake and runs
     pkg_config    the consumer builds with pkg-config and runs
     example       the examples build, and the engine loads the component
+    exceptions    the small engine tells what a plug-in throws
     guides        what the guides show is what the examples are, and works
     headers       every header compiles alone (--compiler, repeatable)
     version       one version everywhere
@@ -163,6 +164,42 @@ def example(installed, arguments):
                 raise Failure(f"help does not know {command}: {helped!r}")
 
 
+# The types of what is thrown are the plug-in's, which the small engine closes
+# before it ends; hidden names let it be unmapped.
+def exceptions(installed, arguments):
+    sources = arguments.source / "tests/transcripts/plugins"
+    with tempfile.TemporaryDirectory() as folder:
+        installed.build(arguments.source / "examples/small_engine", folder)
+        engine_path = pathlib.Path(folder, "small_engine")
+
+        def prints(name, call, words, expected):
+            installed.expect(
+                ["env", f"THROW_IN={call}", "sh", "-c",
+                 '"$@" 2>&1; echo "status $?"', "sh", engine_path, *words[:-1],
+                 pathlib.Path(folder, name + ".so"), words[-1]],
+                expected)
+
+        for name in ("own_exception", "odd_commands"):
+            installed.run(
+                arguments.compiler[0], "-std=c++17", "-shared", "-fPIC",
+                "-fvisibility=hidden", *WARNINGS,
+                "-o", pathlib.Path(folder, name + ".so"),
+                sources / (name + ".cpp"), *installed.pkg_config("--cflags"))
+        for call, status in (
+                ("qorLCMinit", 1), ("start", 1), ("useModule", 1), ("stop", 0),
+                ("qorLCMterminate", 0)):
+            told = (f"small_engine: the plug-in throws: jam in {call}\n"
+                    f"status {status}\n")
+            prints("own_exception", call, ["x"], told)
+            prints("own_exception", call, ["--complete", "x"], told)
+        prints("own_exception", "inputComplete", ["x"],
+               "small_engine: the plug-in throws: jam in inputComplete\n"
+               "status 1\n")
+        prints("own_exception", "none", ["x"], "status 0\n")
+        prints("odd_commands", "none", ["throw-int"],
+               "small_engine: the plug-in throws something unknown\nstatus 1\n")
+
+
 def guides(installed, arguments):
     for guide, of, *whole in (
             ("writing-a-pipe-command.md", "count_comp", "--whole"),
@@ -214,7 +251,8 @@ def version(installed, _):
 
 
 STEPS = {step.__name__: step for step in (
-    engine, find_package, pkg_config, example, guides, headers, version)}
+    engine, find_package, pkg_config, example, exceptions, guides, headers,
+    version)}
 
 
 def main():
