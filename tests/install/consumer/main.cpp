@@ -11,6 +11,8 @@
 
 using namespace QorCliUtilities;
 
+static_assert(__cplusplus >= 201703L, "the headers need C++17");
+
 namespace {
 
 class Greet : public AbstractCommand {
