@@ -34,6 +34,10 @@ foreach(component common plugin engine devel)
   qor_install_compressed(${documents}/changelog.Debian ${folder} ${component})
   qor_install_compressed(${documents}/changelog ${folder} ${component})
 endforeach()
+install(
+  FILES docs/filter.md
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_plugin}
+  COMPONENT plugin)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME libcli-pipe)

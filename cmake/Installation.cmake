@@ -51,8 +51,14 @@ install(
 install(
   DIRECTORY examples
   DESTINATION ${CMAKE_INSTALL_DOCDIR}
-  COMPONENT devel)
+  COMPONENT devel
+  PATTERN build EXCLUDE)
+# Debian's packages have a folder of documents each.
 if(NOT QOR_DEBIAN_PACKAGES)
+  install(
+    FILES docs/filter.md
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT plugin)
   install(
     FILES LICENSE CHANGELOG.md
     DESTINATION ${CMAKE_INSTALL_DOCDIR}

@@ -203,6 +203,7 @@ def exceptions(installed, arguments):
 
 
 def guides(installed, arguments):
+    installed.only("filter.md")
     for guide, of, *whole in (
             ("writing-a-pipe-command.md", "count_comp", "--whole"),
             ("embedding.md", "small_engine")):
