@@ -15,13 +15,16 @@ target_compile_options(
             $<IF:$<BOOL:${QOR_COVERAGE}>,-fmacro-prefix-map,-ffile-prefix-map>=${CMAKE_SOURCE_DIR}/=)
 
 # What makes a defect harder to exploit. Sanitizers bring checks of their own,
-# and fortified functions would hide from them.
+# and fortified functions would hide from them. A level of fortification that
+# whoever builds asks for stands.
 if(NOT QOR_SANITIZE)
-  target_compile_options(
-    qor_project_options
-    INTERFACE -fstack-protector-strong
-              $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
-              $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  target_compile_options(qor_project_options INTERFACE -fstack-protector-strong)
+  if(NOT CMAKE_CXX_FLAGS MATCHES _FORTIFY_SOURCE)
+    target_compile_options(
+      qor_project_options
+      INTERFACE $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
+                $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  endif()
 endif()
 target_link_options(qor_project_options INTERFACE -Wl,-z,relro -Wl,-z,now
                     -Wl,-z,noexecstack)
