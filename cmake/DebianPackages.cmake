@@ -10,6 +10,19 @@ set(package_plugin libcli-pipe)
 set(package_engine qorcli)
 set(package_devel libcli-pipe-dev)
 
+# The runtime is packaged where it is made here, the engine where it is built.
+set(components plugin devel)
+if(TARGET qor_common)
+  list(APPEND components common)
+  set(needs_common "${package_common} (>= ${PROJECT_VERSION})")
+  set(common_folder ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+else()
+  get_filename_component(common_folder ${QOR_COMMON_LIBRARY} DIRECTORY)
+endif()
+if(TARGET qorcli)
+  list(APPEND components engine)
+endif()
+
 # The change log's first heading: ## VERSION - YEAR-MONTH-DAY
 file(STRINGS CHANGELOG.md release REGEX "^## " LIMIT_COUNT 1)
 if(NOT release MATCHES "^## ([0-9.]+) - ([0-9-]+)$"
@@ -25,7 +38,7 @@ execute_process(
 set(documents ${CMAKE_CURRENT_BINARY_DIR}/debian)
 configure_file(cmake/debian/changelog.in ${documents}/changelog.Debian @ONLY)
 configure_file(CHANGELOG.md ${documents}/changelog COPYONLY)
-foreach(component common plugin engine devel)
+foreach(component IN LISTS components)
   set(folder ${CMAKE_INSTALL_DATADIR}/doc/${package_${component}})
   install(
     FILES cmake/debian/copyright
@@ -50,7 +63,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
     WORLD_EXECUTE)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL common plugin engine devel)
+set(CPACK_COMPONENTS_ALL ${components})
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -92,17 +105,21 @@ ${package_common} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${documents}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_COMMON_PACKAGE_CONTROL_EXTRA ${documents}/shlibs
                                               ${documents}/triggers)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
-    ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${common_folder})
 foreach(component COMMON PLUGIN ENGINE)
   set(CPACK_DEBIAN_${component}_PACKAGE_SHLIBDEPS ON)
 endforeach()
-set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS
-    "${package_common} (>= ${PROJECT_VERSION})")
-set(CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS
-    "${package_common} (>= ${PROJECT_VERSION}), ${package_plugin}")
-set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS
-    "${package_common} (= ${debian_version}), libpoco-dev")
-set(CPACK_DEBIAN_DEVEL_PACKAGE_SUGGESTS "${package_plugin}, ${package_engine}")
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS ${needs_common})
+set(CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS ${package_plugin})
+set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS libpoco-dev)
+if(TARGET qor_common)
+  string(PREPEND CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS "${needs_common}, ")
+  string(PREPEND CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS
+         "${package_common} (= ${debian_version}), ")
+endif()
+set(CPACK_DEBIAN_DEVEL_PACKAGE_SUGGESTS ${package_plugin})
+if(TARGET qorcli)
+  string(APPEND CPACK_DEBIAN_DEVEL_PACKAGE_SUGGESTS ", ${package_engine}")
+endif()
 
 include(CPack)
