@@ -134,6 +134,7 @@ std::vector<Candidate> merged(std::vector<Candidate> candidates) {
   std::stable_sort(candidates.begin(), candidates.end(), standsBefore);
   std::vector<Candidate> result;
   for (Candidate& candidate : candidates) {
+    if (candidate.completion.empty()) continue;
     bool const known = std::any_of(
         result.begin(), result.end(),
         [&](Candidate& same) { return mergeInto(same, candidate); });

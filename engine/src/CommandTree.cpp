@@ -44,13 +44,7 @@ std::vector<Candidate> wordsBehind(std::string const& line,
   };
   add(helping, completing);
   add(completing, helping);
-  std::vector<Candidate> words = Candidates::merged(std::move(both));
-  words.erase(std::remove_if(words.begin(), words.end(),
-                             [](Candidate const& candidate) {
-                               return candidate.completion.empty();
-                             }),
-              words.end());
-  return words;
+  return Candidates::merged(std::move(both));
 }
 
 TreeWord const* find(std::vector<TreeWord> const& words,

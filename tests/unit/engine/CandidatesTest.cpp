@@ -15,6 +15,9 @@ TEST(CandidatesTest, mergedSortsAndShowsOnce) {
     std::vector<Candidate> candidates;
     std::string rows;
   } const rows[] = {
+      {{}, ""},
+      {{offered(""), offered("", "help")}, ""},
+      {{offered(""), offered("a")}, "3\ta\t\t6\ta\n"},
       {{offered("b"), offered("a")}, "3\ta\t\t6\ta\n3\tb\t\t6\tb\n"},
       {{offered("a"), offered("a", "help")}, "3\ta\thelp\t6\ta\n"},
       {{offered("a", "1"), offered("a", "2")},
