@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
+#include "Candidates.h"
 #include "CommandLine.h"
 
 namespace QorCliEngine {
@@ -30,9 +32,17 @@ std::vector<fs::path> namesBeginningWith(fs::path const& typed) {
   return names;
 }
 
-// Blanks around these would be lost outside quotes, and the line would be cut.
+// Outside quotes the line would be cut at these, blanks around punctuation
+// would be lost with what they separate, and a placeholder is never typed.
 bool needsQuotes(std::string const& path) {
-  return path.find_first_of(" \t|\"") != std::string::npos;
+  constexpr char kCutting[] = " \t|\"";
+  constexpr std::string_view kPunctuation = "=,[]";
+  auto const isPunctuation = [&](char c) {
+    return kPunctuation.find(c) != std::string_view::npos;
+  };
+  return path.find_first_of(kCutting) != std::string::npos ||
+         isPunctuation(path.front()) || isPunctuation(path.back()) ||
+         Candidates::isPlaceholder(path);
 }
 
 }  // namespace
