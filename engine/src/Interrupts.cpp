@@ -6,6 +6,7 @@
 namespace QorCliEngine {
 namespace {
 
+bool caught = false;
 volatile std::sig_atomic_t interrupted = 0;
 volatile std::sig_atomic_t ended = 0;
 volatile std::sig_atomic_t resized = 0;
@@ -42,7 +43,10 @@ void Interrupts::install() {
   for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGCONT}) {
     sigaction(signal, &action, nullptr);
   }
+  caught = true;
 }
+
+bool Interrupts::installed() { return caught; }
 
 bool Interrupts::requested() { return interrupted != 0 || leaving(); }
 bool Interrupts::take() { return takeFlag(interrupted); }

@@ -11,6 +11,8 @@ class Interrupts {
  public:
   // Catches SIGINT, SIGTERM, SIGHUP, SIGWINCH and SIGCONT.
   static void install();
+  // Whether install() has been called: somebody may lose patience.
+  static bool installed();
 
   // Whether the running command is to end: SIGINT has come, or leaving() holds.
   static bool requested();

@@ -1,9 +1,11 @@
 #include "PipeStage.h"
 
+#include <chrono>
 #include <stdexcept>
 #include <utility>
 
 #include "EngineErrors.h"
+#include "Interrupts.h"
 #include "OutputContext.h"
 #include "StatusText.h"
 
@@ -36,11 +38,25 @@ void PipeStage::open(std::vector<PipeComponent> const& components,
   fail("unknown or incomplete command", mark, sink);
 }
 
-void PipeStage::process(char const* input, std::string& sink) {
+void PipeStage::process(std::string_view input, std::string& sink) {
+  if (!Interrupts::installed()) return processPiece(input.data(), sink);
+  while (!input.empty()) {
+    if (Interrupts::requested()) throw Interrupted();
+    std::string_view const piece = pieceSize_.cut(input);
+    input.remove_prefix(piece.size());
+    auto const begin = std::chrono::steady_clock::now();
+    // What is last has its NUL byte already.
+    processPiece(input.empty() ? piece.data() : std::string(piece).c_str(),
+                 sink);
+    pieceSize_.note(std::chrono::steady_clock::now() - begin);
+  }
+}
+
+void PipeStage::processPiece(char const* piece, std::string& sink) {
   std::size_t const mark = sink.size();
   unsigned matches = 0;
-  if (figures_ != nullptr) figures_->in.add(input);
-  QorReturnT const status = execute(input, matches, sink);
+  if (figures_ != nullptr) figures_->in.add(piece);
+  QorReturnT const status = execute(piece, matches, sink);
   if (status != 0) fail("failed with " + statusText(status), mark, sink);
   countOutput(sink, mark);
 }

@@ -3,8 +3,10 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "PieceSize.h"
 #include "PipeComponent.h"
 #include "Session.h"
 #include "StageFigures.h"
@@ -31,14 +33,17 @@ class PipeStage {
   // empty text, so that wrong usage shows before there is any other.
   void open(std::vector<PipeComponent> const& components, std::string& sink);
 
-  // `input`: whole lines.
-  void process(char const* input, std::string& sink);
+  // `input`: whole lines, with a NUL byte behind them. When interrupts are
+  // caught, the command is given them in pieces of a size that suits its speed,
+  // and Interrupted is thrown before a piece if the line is to end.
+  void process(std::string_view input, std::string& sink);
 
   // Tells the component that the input is complete, if it has been called at
   // all and has not been told.
   void complete(std::string& sink);
 
  private:
+  void processPiece(char const* piece, std::string& sink);
   QorReturnT execute(char const* input, unsigned& matches, std::string& sink);
   void countOutput(std::string const& sink, std::size_t mark);
   template <class Call>
@@ -51,6 +56,7 @@ class PipeStage {
   unsigned actionId_;
   Session& session_;
   StageFigures* figures_;
+  PieceSize pieceSize_;
   std::optional<PipeComponent> component_;
 };
 

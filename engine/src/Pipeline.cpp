@@ -89,7 +89,7 @@ void Pipeline::push(std::string_view lines) {
   if (stages_.empty()) {
     output_.buffer() += lines;
   } else {
-    stages_.front().process(lines.data(), sinkOf(0));
+    stages_.front().process(lines, sinkOf(0));
     flowFrom(1);
   }
   diagnostics_.showTrace();
@@ -101,7 +101,7 @@ void Pipeline::flowFrom(std::size_t stage) {
   for (; stage < stages_.size(); ++stage) {
     std::string& input = between_[stage - 1];
     if (input.empty()) continue;
-    stages_[stage].process(input.c_str(), sinkOf(stage));
+    stages_[stage].process(input, sinkOf(stage));
     input.clear();
   }
 }

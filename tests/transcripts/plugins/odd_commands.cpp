@@ -2,9 +2,12 @@
 // that a well-behaved one may do and the filter does not.
 
 #include <algorithm>
+#include <chrono>
+#include <cstdio>
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 #include "SmallPlugin.h"
 
@@ -89,6 +92,15 @@ QorReturnT showPieces(Call const& call) {
   return 0;
 }
 
+// Takes 20 milliseconds for each line, and prints none; says at once, past the
+// engine, that it has begun.
+QorReturnT takeTime(Call const& call) {
+  if (call.input.empty()) std::fputs("begun\n", stderr);
+  auto const lines = std::count(call.input.begin(), call.input.end(), '\n');
+  std::this_thread::sleep_for(lines * std::chrono::milliseconds(20));
+  return 0;
+}
+
 QorReturnT showHeader(Call const& call) {
   call.print(call.input.empty() ? "header" : call.input);
   return 0;
@@ -130,6 +142,7 @@ std::map<std::string, Command> const commands{
     {"count-wrongly", countWrongly},
     {"count-lines", countLines},
     {"show-pieces", showPieces},
+    {"take-time", takeTime},
     {"show-header", showHeader},
     {"show-session", showSession},
     {"shut-down", shutDown},
