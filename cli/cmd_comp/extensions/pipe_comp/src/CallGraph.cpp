@@ -89,7 +89,9 @@ class Reader {
     std::string_view const called = calledBy(rest);
     if (!called.empty()) marked_.push_back({i, called, groups_.size() - 1});
     // The rest of a call that is cut off may say anything.
-    isReadable_ = isReadable_ && (called.empty() || called.end() != rest.end());
+    bool const isCutOff = rest.size() == kLongestMark && !called.empty() &&
+                          called.end() == rest.end();
+    isReadable_ = isReadable_ && !isCutOff;
     if (rest[0] == '(') open(i, rest);
     if (rest[0] == ')' && !open_.empty()) close(i);
   }

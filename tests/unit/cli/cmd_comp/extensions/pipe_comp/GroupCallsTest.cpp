@@ -85,6 +85,15 @@ INSTANTIATE_TEST_SUITE_P(Unsure, CallReach,
                                          Reach{"(a)(?2)", 7 * 2 * 2},
                                          Reach{"(a)(?1)(?2)#", 12 * 5 * 4}));
 
+// A call that does not end within a reasonable length may lead anywhere; what
+// is open at the pattern's end is no call.
+TEST(CallReach, OfACallThatIsTooLongIsTheLimit) {
+  EXPECT_EQ(kNoLimit,
+            callReach("(a)(?" + std::string(200, '0') + "1)", kNoLimit));
+  EXPECT_LT(callReach("[(*8(?3([^\\]x]", kNoLimit), kNoLimit);
+  EXPECT_LT(callReach("(a)(?1", kNoLimit), kNoLimit);
+}
+
 TEST(CallReach, IsCountedUpToTheLimit) {
   EXPECT_EQ(20U, callReach("(a)(?1)", kNoLimit));
   EXPECT_EQ(20U, callReach("(a)(?1)", 21));
