@@ -392,6 +392,14 @@ TEST(LongLine, InUtf8IsSearchedCharacterByCharacter) {
   }
 }
 
+TEST(LongLine, InUtf8HasNoMatchThatBeginsInACharacter) {
+  std::string line;
+  while (line.size() < 100000) line += "\xE2\x82\xAC";
+  LineMatcher matcher("(*UTF8)a*[\\x{80}-\\x{82}]", false);
+  EXPECT_EQ(false, found(matcher, line));
+  EXPECT_EQ(true, found(matcher, line + "\xC2\x82"));
+}
+
 // Poco tries the beginning of the line only; with PCRE2 it tries all of them
 // where nothing but a look ahead stands there.
 TEST(LongLine, MayHaveOneBeginningOnly) {

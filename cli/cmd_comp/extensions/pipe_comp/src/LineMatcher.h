@@ -19,17 +19,20 @@ namespace QorCliPipe {
 // A line matches when the first match in it is not empty, so an expression that
 // only ever matches nothing matches no line. What Poco::RegularExpression
 // accepts, refuses and finds is the measure, but a pattern with more groups
-// than Poco can report is no error, and neither pattern nor line can make the
+// than Poco can report is no error (without machine code, it is where groups
+// are named, called or referred to), and neither pattern nor line can make the
 // matcher
 //
-// - use more stack than the calling thread has left, or
+// - use more stack than the calling thread has left,
+// - take more than about half a second to compile a pattern, or
 // - work on one line for more than a few seconds: it gives up then.
 //
 // Used by one thread at a time.
 class LineMatcher {
  public:
   // Compiles `pattern`. Throws Poco::RegularExpressionException when it is
-  // malformed, or nested more deeply than the stack can take.
+  // malformed, nested more deeply than the stack can take, or has groups that
+  // call each other in too many ways.
   LineMatcher(std::string const& pattern, bool ignoreCase);
 
   // `line` comes without its line feed. Throws Poco::RegularExpressionException

@@ -7,7 +7,7 @@ namespace QorCliPipe {
 
 // What can be told of a regular expression from its text. Each errs on the safe
 // side: a mark that is found counts, even where it is only a plain text. All
-// take time proportional to the pattern.
+// take time proportional to the pattern. Any thread.
 
 // Whether machine code is not known to find something else than Poco's
 // matching: as it is with verbs, possessive groups, references to groups by
@@ -15,8 +15,9 @@ namespace QorCliPipe {
 bool machineCodeAgrees(std::string_view pattern);
 
 // Whether the library may look at much of a line within one step of
-// backtracking: where characters are repeated, in atomic and possessive parts,
-// looks around, conditions, and references to groups.
+// backtracking: where characters are repeated a hundred times or without end,
+// in atomic and possessive parts, looks around, conditions, references to
+// groups, and in long patterns, as much as they are long.
 bool stepsMayBeLong(std::string_view pattern);
 
 // Whether the first match in a line is the one at the first of all beginnings
