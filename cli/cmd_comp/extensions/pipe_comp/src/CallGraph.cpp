@@ -5,7 +5,7 @@
 #include <map>
 #include <optional>
 
-#include "PatternText.h"
+#include "PatternScan.h"
 
 namespace QorCliPipe {
 namespace {
@@ -43,13 +43,13 @@ std::optional<std::string_view> nameOf(std::string_view rest) {
   return rest.substr(begin, rest.find(open == '<' ? '>' : '\'', begin) - begin);
 }
 
-// Whether a group that begins with `rest` may change how groups are numbered.
-bool mayRenumber(std::string_view rest) {
+// Whether a group that begins with `rest` is an option that keeps plain groups
+// from having numbers, as some versions of the library have it.
+bool mayTakeNumbers(std::string_view rest) {
   if (rest.substr(0, 2) != "(?") return false;
-  std::string_view const kind = rest.substr(2, rest.find_first_of(":)") - 2);
-  return kind.substr(0, 1) == "|" ||
-         (kind.find_first_not_of("imsxnUJ^-") == std::string_view::npos &&
-          kind.find('n') != std::string_view::npos);
+  std::string_view const options = rest.substr(2, rest.find_first_of(":)") - 2);
+  return options.find('n') != std::string_view::npos &&
+         options.find_first_not_of("imsxnrUJ^-") == std::string_view::npos;
 }
 
 class Reader {
@@ -62,12 +62,14 @@ class Reader {
   // Returns the depth.
   std::size_t read() {
     groups_.push_back({0, pattern_.size()});
-    visitOutsideClasses(pattern_, [this](std::size_t i, bool sure) {
-      isSure_ = isSure_ && sure;
-      visit(i);
-    });
+    PatternScan scan(pattern_);
+    for (; !scan.atEnd(); scan.advance()) visit(scan.position());
+    isSure_ = isSure_ && scan.isSure();
+    bool const isRefused = !scan.isComplete() || (isSure_ && !open_.empty());
+    if (isRefused) marked_.clear();
     for (Marked const& call : marked_) {
-      calls_.push_back({call.position, groupOf(call)});
+      std::optional<std::size_t> const group = groupOf(call);
+      if (group) calls_.push_back({call.position, *group});
     }
     return isSure_ ? depth_ : opened_;
   }
@@ -75,25 +77,54 @@ class Reader {
   bool isReadable() const { return isReadable_; }
 
  private:
-  static constexpr std::size_t kNoCapture = 0;
+  static constexpr std::size_t kNoGroup = 0;
 
   // A call as it stands in the text.
   struct Marked {
     std::size_t position;
     std::string_view called;
-    std::size_t groupsBefore;
+    std::size_t numbersBefore;
+  };
+
+  // A group, capturing or not, whose end is yet to be read.
+  struct Open {
+    std::size_t group;  // index into groups_, or kNoGroup
+    // Of a group such as (?|a|b), each alternative of which counts from the
+    // same number on.
+    bool countsAnew;
+    std::size_t numbersBefore;
+    std::size_t mostNumbers;
   };
 
   void visit(std::size_t i) {
+    switch (pattern_[i]) {
+      case '\\':
+        mark(i);
+        break;
+      case '(':
+        mark(i);
+        open(i, pattern_.substr(i, kLongestMark));
+        break;
+      case '|':
+        countAnew();
+        break;
+      case ')':
+        if (!open_.empty()) close(i);
+        break;
+      default:
+        break;
+    }
+  }
+
+  void mark(std::size_t i) {
     std::string_view const rest = pattern_.substr(i, kLongestMark);
     std::string_view const called = calledBy(rest);
-    if (!called.empty()) marked_.push_back({i, called, groups_.size() - 1});
+    if (called.empty()) return;
+    marked_.push_back({i, called, numbers_});
     // The rest of a call that is cut off may say anything.
-    bool const isCutOff = rest.size() == kLongestMark && !called.empty() &&
-                          called.end() == rest.end();
+    bool const isCutOff =
+        rest.size() == kLongestMark && called.end() == rest.end();
     isReadable_ = isReadable_ && !isCutOff;
-    if (rest[0] == '(') open(i, rest);
-    if (rest[0] == ')' && !open_.empty()) close(i);
   }
 
   void open(std::size_t i, std::string_view rest) {
@@ -101,45 +132,70 @@ class Reader {
     bool const isCondition = i == lastOpen_ + 2 && pattern_[i - 1] == '?';
     bool const isPlain =
         !isCondition && rest.substr(1, 1) != "?" && rest.substr(1, 1) != "*";
-    bool const captures = isPlain || name;
     lastOpen_ = i;
-    isSure_ = isSure_ && !mayRenumber(rest);
-    open_.push_back(captures ? groups_.size() : kNoCapture);
+    isSure_ = isSure_ && !mayTakeNumbers(rest);
+    std::size_t const group = isPlain || name ? addGroup(i) : kNoGroup;
+    if (name) addName(*name, group);
+    open_.push_back({group, rest.substr(0, 3) == "(?|", numbers_, numbers_});
     ++opened_;
     depth_ = std::max(depth_, open_.size());
-    if (captures) groups_.push_back({i, pattern_.size()});
-    if (name) isSure_ = names_.emplace(*name, open_.back()).second && isSure_;
+  }
+
+  std::size_t addGroup(std::size_t i) {
+    groups_.push_back({i, pattern_.size()});
+    // A number that several groups have means the first.
+    if (++numbers_ == byNumber_.size()) byNumber_.push_back(groups_.size() - 1);
+    return groups_.size() - 1;
+  }
+
+  // Which group a name means that several have is left open.
+  void addName(std::string_view name, std::size_t group) {
+    auto const [found, isNew] = names_.emplace(name, group);
+    if (!isNew) found->second = kNoGroup;
+  }
+
+  void countAnew() {
+    if (open_.empty() || !open_.back().countsAnew) return;
+    Open& around = open_.back();
+    around.mostNumbers = std::max(around.mostNumbers, numbers_);
+    numbers_ = around.numbersBefore;
   }
 
   void close(std::size_t i) {
-    if (open_.back() != kNoCapture) groups_[open_.back()].end = i + 1;
+    Open const& last = open_.back();
+    if (last.group != kNoGroup) groups_[last.group].end = i + 1;
+    numbers_ = std::max(numbers_, last.mostNumbers);
     open_.pop_back();
   }
 
-  std::size_t groupOf(Marked const& call) {
-    std::optional<std::size_t> const group =
-        isSure_ ? meantBy(call) : std::nullopt;
-    if (group && *group < groups_.size()) return *group;
+  // The group that the call leads to; nothing where there is none, which the
+  // library refuses.
+  std::optional<std::size_t> groupOf(Marked const& call) {
+    if (!isSure_) return anyGroup(call);
+    if (call.called == "R") return 0;
+    auto const named = names_.find(call.called);
+    if (named == names_.end()) return numbered(call);
+    return named->second != kNoGroup ? named->second : anyGroup(call);
+  }
+
+  std::size_t anyGroup(Marked const& call) {
     auto const [found, isNew] = unsure_.emplace(call.called, groups_.size());
     if (isNew) groups_.push_back({0, pattern_.size()});
     return found->second;
   }
 
-  std::optional<std::size_t> meantBy(Marked const& call) const {
+  std::optional<std::size_t> numbered(Marked const& call) const {
     std::string_view text = call.called;
-    if (text == "R") return 0;
-    auto const named = names_.find(text);
-    if (named != names_.end()) return named->second;
     char const sign = isSign(text[0]) ? text[0] : ' ';
     if (sign != ' ') text.remove_prefix(1);
     std::size_t number = 0;
     auto const error =
         std::from_chars(text.data(), text.data() + text.size(), number).ec;
     if (error != std::errc() || number > pattern_.size()) return std::nullopt;
-    if (sign == '+') return call.groupsBefore + number;
-    if (sign == ' ') return number;
-    if (number > call.groupsBefore) return std::nullopt;
-    return call.groupsBefore + 1 - number;
+    if (sign == '+') number = call.numbersBefore + number;
+    if (sign == '-') number = call.numbersBefore + 1 - number;
+    if (number >= byNumber_.size()) return std::nullopt;
+    return byNumber_[number];
   }
 
   std::string_view pattern_;
@@ -147,12 +203,14 @@ class Reader {
   std::vector<CallGraph::Call>& calls_;
   bool isSure_ = true;
   bool isReadable_ = true;
-  std::vector<std::size_t> open_;  // indices into groups_, or kNoCapture
-  std::size_t depth_ = 0;          // the largest size of open_
+  std::vector<Open> open_;
+  std::size_t depth_ = 0;  // the largest size of open_
   std::size_t opened_ = 0;
   std::size_t lastOpen_ = std::string_view::npos - 2;
   std::vector<Marked> marked_;
-  std::map<std::string_view, std::size_t> names_;
+  std::size_t numbers_ = 0;               // the number of the last group
+  std::vector<std::size_t> byNumber_{0};  // indices into groups_
+  std::map<std::string_view, std::size_t> names_;   // likewise, or kNoGroup
   std::map<std::string_view, std::size_t> unsure_;  // by the text of the call
 };
 

@@ -34,7 +34,9 @@ class CallGraph {
   // The whole pattern first.
   std::vector<Extent> const& groups() const { return groups_; }
 
-  // In the order of their positions.
+  // In the order of their positions. Where the library refuses a pattern before
+  // it follows a call, because a group that is called is not there or the end
+  // of a group or class is missing, such a call or all of them are left out.
   std::vector<Call> const& calls() const { return calls_; }
 
   // Whether there is no call that is too long to be read. One that is leads to

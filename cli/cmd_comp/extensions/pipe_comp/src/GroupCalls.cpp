@@ -8,10 +8,24 @@
 namespace QorCliPipe {
 namespace {
 
+// What is read of a group each time that it is entered.
+struct Group {
+  std::size_t length;
+  // The calls in it: indices into those of the graph.
+  std::size_t firstCall;
+  std::size_t endOfCalls;
+  bool isInside;  // entered, and not yet left
+};
+
 class Walk {
  public:
-  explicit Walk(CallGraph const& graph)
-      : graph_(graph), isInside_(graph.groups().size()) {}
+  explicit Walk(CallGraph const& graph) : calls_(graph.calls()) {
+    groups_.reserve(graph.groups().size());
+    for (CallGraph::Extent const& extent : graph.groups()) {
+      groups_.push_back({extent.end - extent.begin, firstCallFrom(extent.begin),
+                         firstCallFrom(extent.end), false});
+    }
+  }
 
   std::size_t reach(std::size_t limit) {
     enter(0);
@@ -20,42 +34,40 @@ class Walk {
   }
 
  private:
-  // A group that was entered, and its calls that are yet to be followed.
+  // A group that was entered, and the next of its calls to be followed.
   struct Entered {
     std::size_t group;
     std::size_t next;
-    std::size_t end;
   };
 
   void step() {
     Entered& last = way_.back();
-    if (last.next == last.end) {
-      isInside_[last.group] = false;
+    Group& group = groups_[last.group];
+    if (last.next == group.endOfCalls) {
+      group.isInside = false;
       way_.pop_back();
       return;
     }
-    std::size_t const called = graph_.calls()[last.next++].group;
-    if (!isInside_[called]) enter(called);
+    std::size_t const called = calls_[last.next++].group;
+    if (!groups_[called].isInside) enter(called);
   }
 
-  void enter(std::size_t group) {
-    CallGraph::Extent const& extent = graph_.groups()[group];
-    read_ += extent.end - extent.begin;
-    isInside_[group] = true;
-    way_.push_back(
-        {group, firstCallFrom(extent.begin), firstCallFrom(extent.end)});
+  void enter(std::size_t index) {
+    Group& group = groups_[index];
+    read_ += group.length;
+    group.isInside = true;
+    way_.push_back({index, group.firstCall});
   }
 
   std::size_t firstCallFrom(std::size_t position) const {
-    auto const& calls = graph_.calls();
     auto const first = std::partition_point(
-        calls.begin(), calls.end(),
+        calls_.begin(), calls_.end(),
         [&](CallGraph::Call const& call) { return call.position < position; });
-    return static_cast<std::size_t>(first - calls.begin());
+    return static_cast<std::size_t>(first - calls_.begin());
   }
 
-  CallGraph const& graph_;
-  std::vector<bool> isInside_;  // by group
+  std::vector<CallGraph::Call> const& calls_;
+  std::vector<Group> groups_;
   std::vector<Entered> way_;
   std::size_t read_ = 0;
 };

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "PatternText.h"
+#include "PatternScan.h"
 
 namespace QorCliPipe {
 namespace {
@@ -23,11 +23,12 @@ std::size_t nestingBound(std::string_view pattern) {
   std::size_t references = 0;
   std::size_t depth = 0;
   std::size_t deepest = 0;
-  visitOutsideClasses(pattern, [&](std::size_t i, bool sure) {
+  for (PatternScan scan(pattern); !scan.atEnd(); scan.advance()) {
+    std::size_t const i = scan.position();
     if (mayBeReference(pattern, i)) ++references;
     if (pattern[i] == '(') deepest = std::max(deepest, ++depth);
-    if (pattern[i] == ')' && depth > 0 && sure) --depth;
-  });
+    if (pattern[i] == ')' && depth > 0 && scan.isSure()) --depth;
+  }
   return deepest + references;
 }
 

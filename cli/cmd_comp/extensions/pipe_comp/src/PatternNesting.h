@@ -9,9 +9,9 @@ namespace QorCliPipe {
 // Returns an upper bound of how deeply the groups of a regular expression are
 // nested, where a reference to a group stands for the group: 0 for a pattern
 // without a parenthesis. Parentheses that are escaped, stand in a character
-// class or in a \Q...\E text are not groups; where a pattern is hard to read,
-// too many are counted rather than too few. Takes time proportional to the
-// pattern and constant stack. Any thread.
+// class, in a \Q...\E text or in a comment are not groups; where a pattern is
+// hard to read, too many are counted rather than too few. Takes time and memory
+// proportional to the pattern, and constant stack. Any thread.
 std::size_t nestingBound(std::string_view pattern);
 
 }  // namespace QorCliPipe

@@ -74,16 +74,50 @@ INSTANTIATE_TEST_SUITE_P(
                     Reach{"((a)(?2))(?1)", (13 + 3 + 9 + 3) * 3},
                     Reach{"(a(?2)?)(b(?1)?)", (16 + 8 + 8 + 8 + 8) * 3}));
 
+INSTANTIATE_TEST_SUITE_P(HiddenTexts, CallReach,
+                         testing::Values(Reach{"(aa)#(b)(?1)", (12 + 4) * 2},
+                                         Reach{"(?#()(b)(?1)", (12 + 3) * 2},
+                                         Reach{"(*:()(b)(?1)", (12 + 3) * 2},
+                                         Reach{"(?x)#(\n(b)(?1)", (14 + 3) * 2},
+                                         Reach{"[\\Q](\\E](b)(?1)",
+                                               (15 + 3) * 2},
+                                         Reach{"(?#(?1))(b)", 0}));
+
+// Each alternative counts from the same number on.
+INSTANTIATE_TEST_SUITE_P(
+    SharedNumbers, CallReach,
+    testing::Values(Reach{"(?|(aa)|(b))(ccc)(?1)", (21 + 4) * 3},
+                    Reach{"(?|(aa)|(b))(ccc)(?2)", (21 + 5) * 3},
+                    Reach{"(?|(aa)(b)|(c))(ddd)(?3)", (24 + 5) * 3},
+                    Reach{"(?|(a)|(bb)(cc))(ddd)(?3)", (25 + 5) * 3},
+                    Reach{"(?|(a|(bb)))(ddd)(?3)", (21 + 5) * 4},
+                    Reach{"(?|(?|(a)|(b))|(c))(ddd)(?2)", (28 + 5) * 4},
+                    Reach{"(?|(aa)|(b)(?-1))", (17 + 4) * 3},
+                    Reach{"(?|(a)|(?+1)(b))", (16 + 3) * 3},
+                    Reach{"(a)|(bb)(?2)", (12 + 4) * 2}));
+
+// A call of a name that several groups have stands for the whole pattern.
+INSTANTIATE_TEST_SUITE_P(
+    SharedNames, CallReach,
+    testing::Values(Reach{"(?<n>a)(?<n>b)(?&n)", (19 + 19) * 2},
+                    Reach{"(?<n>a)(?<n>b)(?1)", (18 + 7) * 2}));
+
+// A call of a group that is not there leads nowhere.
+INSTANTIATE_TEST_SUITE_P(
+    NoGroups, CallReach,
+    testing::Values(Reach{"(a)(?2)", 0}, Reach{"(a)(?-3)", 0},
+                    Reach{"(a)(?+1)", 0}, Reach{"(?<n>a)(?&m)", 0},
+                    Reach{"(a)(?2)(?1)", (11 + 3) * 2},
+                    Reach{"(a)(?99999999999999999999)", 0},
+                    Reach{"(a)(?1)[", 0}, Reach{"(a)(?1)(", 0},
+                    Reach{"(a)(?1))", 8 + 8 + 3 + 3}, Reach{"(a)(?1)(?#", 0}));
+
 // Where the text may be misread, a call stands for the whole pattern, and for
 // the other calls in it.
 INSTANTIATE_TEST_SUITE_P(Unsure, CallReach,
-                         testing::Values(Reach{"(a)(?1)#", 8 * 2 * 3},
-                                         Reach{"(?|(a))(?1)", 11 * 2 * 4},
-                                         Reach{"(?<n>a)(?<n>b)(?&n)",
-                                               19 * 2 * 4},
-                                         Reach{"(a)[[.(.]](?1)", 14 * 2 * 4},
-                                         Reach{"(a)(?2)", 7 * 2 * 2},
-                                         Reach{"(a)(?1)(?2)#", 12 * 5 * 4}));
+                         testing::Values(Reach{"(a)(?1)(?C'(')", 14 * 2 * 5},
+                                         Reach{"(?n)(a)(b)(?1)", 14 * 2 * 5},
+                                         Reach{"(a)(?1)(?2)(?[)", 15 * 5 * 5}));
 
 // A call that does not end within a reasonable length may lead anywhere; what
 // is open at the pattern's end is no call.

@@ -35,16 +35,18 @@ INSTANTIATE_TEST_SUITE_P(
                     Nesting{"[](]", 0}, Nesting{"[^](]", 0},
                     Nesting{"[\\](]", 0}, Nesting{"[[:alpha:](]", 0},
                     Nesting{"\\Q((\\E", 0}, Nesting{"\\Q((", 0},
-                    Nesting{"\\c((", 1}, Nesting{"\\", 0}));
+                    Nesting{"\\c((", 1}, Nesting{"\\", 0},
+                    Nesting{"(?#[)((]a))", 2}, Nesting{"(*:[)((]a))", 2},
+                    Nesting{"(?#\\Q)((a))", 2}, Nesting{"(a)(b)#", 1},
+                    Nesting{"[\\Q]\\E](a)(b)", 1}));
 
 // A ")" that may close no group is not taken to close one.
-INSTANTIATE_TEST_SUITE_P(
-    HardToRead, NestingBound,
-    testing::Values(Nesting{"(?#[)((]a))", 3}, Nesting{"(*:[)((]a))", 3},
-                    Nesting{"(?#\\Q)((a))", 3}, Nesting{"(*UTF8)(a)(b)", 1},
-                    Nesting{"(a)(b)#", 2}, Nesting{"[[.].](a)(b)", 2},
-                    Nesting{"[\\Q]\\E](a)(b)", 2}, Nesting{"[(", 1},
-                    Nesting{"[[(", 1}, Nesting{"[[:a(", 1}));
+INSTANTIATE_TEST_SUITE_P(HardToRead, NestingBound,
+                         testing::Values(Nesting{"(?C'(')((a))", 4},
+                                         Nesting{"(?[(])(a)", 3},
+                                         Nesting{"(*UTF8)(a)(b)", 1},
+                                         Nesting{"[(", 1}, Nesting{"[[(", 1},
+                                         Nesting{"[[:a(", 1}));
 
 // A reference stands for the group.
 INSTANTIATE_TEST_SUITE_P(References, NestingBound,

@@ -1,0 +1,200 @@
+#include "PatternScan.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace QorCliPipe {
+namespace {
+
+// In place of an index behind something: it has no end; it is hard to read.
+constexpr std::size_t kNoEnd = std::string_view::npos;
+constexpr std::size_t kHardToRead = kNoEnd - 1;
+
+constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::string_view kUpperCase = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr std::string_view kClassName = "^abcdefghijklmnopqrstuvwxyz";
+constexpr std::string_view kOptions =
+    "^-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
+bool beginsWith(std::string_view pattern, std::size_t i,
+                std::string_view mark) {
+  return pattern.substr(i, mark.size()) == mark;
+}
+
+bool beginsWithOneOf(std::string_view pattern, std::size_t i,
+                     std::initializer_list<std::string_view> marks) {
+  return std::any_of(marks.begin(), marks.end(), [&](std::string_view mark) {
+    return beginsWith(pattern, i, mark);
+  });
+}
+
+// The index behind the first `mark` from `begin` on; kNoEnd without one.
+std::size_t behindFirst(std::string_view pattern, std::size_t begin,
+                        std::string_view mark) {
+  std::size_t const found = pattern.find(mark, begin);
+  return found == kNowhere ? kNoEnd : found + mark.size();
+}
+
+// The index behind the escape at `i`, which may be behind the pattern's end.
+std::size_t behindEscape(std::string_view pattern, std::size_t i) {
+  if (beginsWith(pattern, i, "\\c")) return i + 3;
+  if (!beginsWith(pattern, i, "\\Q")) return i + 2;
+  return std::min(behindFirst(pattern, i + 2, "\\E"), pattern.size());
+}
+
+// The index behind the "[" at `i` in a class, or behind the named class, such
+// as
+// [:alpha:], that begins there.
+std::size_t behindBracket(std::string_view pattern, std::size_t i) {
+  if (!beginsWith(pattern, i, "[:")) return i + 1;
+  std::size_t const end =
+      std::min(pattern.find_first_not_of(kClassName, i + 2), pattern.size());
+  return beginsWith(pattern, end, ":]") ? end + 2 : i + 1;
+}
+
+// The index of the first character in the class that begins at `i`.
+std::size_t firstInClass(std::string_view pattern, std::size_t i) {
+  bool isNegated = false;
+  for (++i;;) {
+    if (beginsWith(pattern, i, "\\E")) {
+      i += 2;
+    } else if (beginsWith(pattern, i, "\\Q\\E")) {
+      i += 4;
+    } else if (beginsWith(pattern, i, "^") && !isNegated) {
+      isNegated = true;
+      ++i;
+    } else {
+      return i;
+    }
+  }
+}
+
+// The index behind the class that begins at `i`, or kNoEnd.
+std::size_t behindClass(std::string_view pattern, std::size_t i) {
+  constexpr std::string_view beginOfWord = "[[:<:]]";
+  constexpr std::string_view endOfWord = "[[:>:]]";
+  if (beginsWithOneOf(pattern, i, {beginOfWord, endOfWord})) {
+    return i + beginOfWord.size();
+  }
+  i = firstInClass(pattern, i);
+  if (beginsWith(pattern, i, "]")) ++i;
+  while (i < pattern.size() && pattern[i] != ']') {
+    if (pattern[i] == '\\') {
+      i = behindEscape(pattern, i);
+    } else {
+      i = pattern[i] == '[' ? behindBracket(pattern, i) : i + 1;
+    }
+  }
+  return i < pattern.size() ? i + 1 : kNoEnd;
+}
+
+// The index behind the callout, such as (?C) or (?C12), that begins at `i`;
+// kHardToRead for one with a text.
+std::size_t behindCallout(std::string_view pattern, std::size_t i) {
+  std::size_t const end = pattern.find_first_not_of("0123456789", i + 3);
+  return beginsWith(pattern, std::min(end, pattern.size()), ")") ? end + 1
+                                                                 : kHardToRead;
+}
+
+// The index behind the comment, verb or callout that begins at `i`, kNoEnd or
+// kHardToRead; `i` for any other group.
+std::size_t behindMark(std::string_view pattern, std::size_t i) {
+  if (beginsWith(pattern, i, "(?#")) return behindFirst(pattern, i, ")");
+  if (beginsWith(pattern, i, "(?C")) return behindCallout(pattern, i);
+  if (beginsWith(pattern, i, "(?[")) return kHardToRead;
+  if (!beginsWith(pattern, i, "(*")) return i;
+  std::string_view const first = pattern.substr(i + 2, 1);
+  bool const isVerb =
+      first == ":" || kUpperCase.find_first_of(first) != kNowhere;
+  return isVerb ? behindFirst(pattern, i, ")") : i;
+}
+
+// Whether an option at the pattern's beginning may say what ends a line.
+bool mayChooseNewline(std::string_view pattern) {
+  std::size_t i = 0;
+  while (i < pattern.size() && beginsWith(pattern, i, "(*")) {
+    if (beginsWithOneOf(pattern, i, {"(*CR", "(*LF", "(*ANY", "(*NUL"})) {
+      return true;
+    }
+    i = behindFirst(pattern, i, ")");
+  }
+  return false;
+}
+
+}  // namespace
+
+PatternScan::PatternScan(std::string_view pattern)
+    : pattern_(pattern), choosesNewline_(mayChooseNewline(pattern)) {
+  leaveOut();
+}
+
+void PatternScan::advance() {
+  char const c = pattern_[position_];
+  if (c == '(') openGroup();
+  if (c == ')') closeGroup();
+  if (c != '\\') {
+    ++position_;
+  } else {
+    position_ = isSure_ ? behindEscape(pattern_, position_) : position_ + 2;
+  }
+  leaveOut();
+}
+
+// What a group such as (?x) sets holds behind it, too.
+void PatternScan::openGroup() {
+  std::size_t const begin = position_ + 2;
+  bool const mayHaveOptions = beginsWith(pattern_, position_, "(?");
+  std::size_t const end =
+      mayHaveOptions ? pattern_.find_first_not_of(kOptions, begin) : kNowhere;
+  bool const isExtendedBefore = isExtended_;
+  bool const isSetting = end != kNowhere && pattern_[end] == ')';
+  if (isSetting || (end != kNowhere && pattern_[end] == ':')) {
+    setOptions(pattern_.substr(begin, end - begin));
+  }
+  extendedBehind_.push_back(isSetting ? isExtended_ : isExtendedBefore);
+}
+
+void PatternScan::setOptions(std::string_view options) {
+  std::string_view const set = options.substr(0, options.find('-'));
+  std::string_view const unset = options.substr(set.size());
+  if (beginsWith(set, 0, "^")) isExtended_ = false;
+  if (set.find('x') != kNowhere) isExtended_ = true;
+  if (unset.find('x') != kNowhere) isExtended_ = false;
+  // Some versions of the library leave out blanks in classes then.
+  if (set.find('x') != set.rfind('x')) isSure_ = false;
+}
+
+void PatternScan::closeGroup() {
+  if (extendedBehind_.empty()) return;
+  isExtended_ = extendedBehind_.back();
+  extendedBehind_.pop_back();
+}
+
+void PatternScan::leaveOut() {
+  while (isSure_ && !atEnd()) {
+    std::size_t const behind = behindHidden();
+    if (behind == position_) return;
+    isComplete_ = behind != kNoEnd;
+    isSure_ = isComplete_ && behind != kHardToRead;
+    if (isSure_) position_ = behind;
+  }
+}
+
+// The index behind what is to be left out here, kNoEnd or kHardToRead; that of
+// this place where nothing is.
+std::size_t PatternScan::behindHidden() const {
+  switch (pattern_[position_]) {
+    case '[':
+      return behindClass(pattern_, position_);
+    case '(':
+      return behindMark(pattern_, position_);
+    case '#':
+      if (!isExtended_) return position_;
+      if (choosesNewline_) return kHardToRead;
+      return std::min(behindFirst(pattern_, position_, "\n"), pattern_.size());
+    default:
+      return position_;
+  }
+}
+
+}  // namespace QorCliPipe
