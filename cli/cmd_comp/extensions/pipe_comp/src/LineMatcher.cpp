@@ -17,10 +17,11 @@
 //    but the pathological.
 // 2. Machine code from one beginning after the other, each with more steps,
 //    until kLineTime of processor time is used up. This decides long lines
-//    under patterns for which the first way is not tried on them.
+//    under patterns for which the first way is not tried on them. Where a match
+//    is not the one at the first of all beginnings at which there is one,
+//    machine code over the whole line again, with more steps.
 // 3. Poco over the whole line, under limits of the same kind.
-// 4. Poco from one beginning after the other, as above, where there is no
-//    machine code.
+// 4. Poco as in the second way, where there is no machine code.
 //
 // A step is a place to which the library may come back. Repeated characters and
 // parts that are never come back to run through the line without a step; where
@@ -79,14 +80,14 @@ double processorSeconds() {
          1e-9 * static_cast<double>(now.tv_nsec);
 }
 
-// attempt(steps) looks for a match from one beginning: with more steps when
-// they were too few, as long as the time that the last ones took says that
-// there is time for more before `end`.
+// attempt(steps) looks for a match: with more steps when they were too few, as
+// long as the time that the last ones took says that there is time for more
+// before `end`.
 //
-// The first attempt is not timed, for most beginnings need no more; for those
-// that do, it is made again.
+// The first attempt is not timed, for most need no more; for those that do, it
+// is made again.
 template <typename Attempt>
-Answer tryStart(std::size_t steps, double end, Attempt attempt) {
+Answer tryWithMore(std::size_t steps, double end, Attempt attempt) {
   Answer answer = attempt(roundedSteps(steps));
   double begin = 0;
   while (answer == Answer::kUndecided && steps < kStepsFromOneStart) {
@@ -108,7 +109,7 @@ Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
   for (std::size_t start = 0; start < starts; ++start) {
     if (start % kStartsPerLook == 0) now = processorSeconds();
     if (now > end) return Answer::kUndecided;
-    Answer const answer = tryStart(
+    Answer const answer = tryWithMore(
         steps, end, [&](std::uint32_t more) { return attempt(start, more); });
     if (answer != Answer::kNoMatch) return answer;
   }
@@ -138,36 +139,44 @@ bool LineMatcher::matches(std::string_view line) {
   return answer == Answer::kMatch;
 }
 
-Answer LineMatcher::matchInMachineCode(std::string_view line) {
-  Answer const answer =
-      isTooLongAtOnce(line)
-          ? Answer::kUndecided
-          : jit_->match(line, 0, stepsFromEachStart(line, line.size()));
-  if (answer != Answer::kUndecided || !independentStarts_) return answer;
-  if (!anchored_) {
-    checkCompileStack(pattern_);
-    anchored_.emplace(pattern_, ignoreCase_, JitExpression::Beginning::kHere);
+// atOnce(steps) looks for the first match in the line, from(start, steps) for
+// one at that place.
+template <typename AtOnce, typename From>
+Answer LineMatcher::decide(std::string_view line, std::size_t stepCost,
+                           AtOnce atOnce, From from) {
+  bool const tooLong = isTooLongAtOnce(line);
+  std::uint32_t const steps = stepsFromEachStart(line, stepCost);
+  Answer const answer = tooLong ? Answer::kUndecided : atOnce(steps);
+  if (answer != Answer::kUndecided) return answer;
+  if (independentStarts_) {
+    return tryStarts(starts(line), stepsFromOneStart(stepCost), from);
   }
-  return tryStarts(starts(line), stepsFromOneStart(line.size()),
-                   [&](std::size_t start, std::uint32_t steps) {
-                     return anchored_->match(line, start, steps);
-                   });
+  if (tooLong) return Answer::kUndecided;
+  return tryWithMore(steps, processorSeconds() + kLineTime, atOnce);
+}
+
+Answer LineMatcher::matchInMachineCode(std::string_view line) {
+  return decide(
+      line, line.size(),
+      [&](std::uint32_t steps) { return jit_->match(line, 0, steps); },
+      [&](std::size_t start, std::uint32_t steps) {
+        return anchored().match(line, start, steps);
+      });
 }
 
 Answer LineMatcher::matchWithPoco(std::string_view line) {
   if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits());
   poco_->setLine(line);
-  std::size_t const cost = line.size() / kPocoAdvantage;
-  Answer const answer = isTooLongAtOnce(line)
-                            ? Answer::kUndecided
-                            : poco_->search(stepsFromEachStart(line, cost));
-  if (answer != Answer::kUndecided || jit_ || !independentStarts_) {
-    return answer;
+  std::size_t const stepCost = line.size() / kPocoAdvantage;
+  auto const atOnce = [&](std::uint32_t steps) { return poco_->search(steps); };
+  if (jit_) {
+    return isTooLongAtOnce(line) ? Answer::kUndecided
+                                 : atOnce(stepsFromEachStart(line, stepCost));
   }
-  return tryStarts(starts(line), stepsFromOneStart(cost),
-                   [&](std::size_t start, std::uint32_t steps) {
-                     return poco_->matchAt(start, steps);
-                   });
+  return decide(line, stepCost, atOnce,
+                [&](std::size_t start, std::uint32_t steps) {
+                  return poco_->matchAt(start, steps);
+                });
 }
 
 bool LineMatcher::isTooLongAtOnce(std::string_view line) const {
@@ -190,6 +199,14 @@ std::uint32_t LineMatcher::stepsFromEachStart(std::string_view line,
 // How many steps are tried at first from one beginning.
 std::size_t LineMatcher::stepsFromOneStart(std::size_t stepCost) const {
   return longSteps_ ? kBytesFromOneStart / (stepCost + 1) : kStepsFromOneStart;
+}
+
+JitExpression const& LineMatcher::anchored() {
+  if (!anchored_) {
+    checkCompileStack(pattern_);
+    anchored_.emplace(pattern_, ignoreCase_, JitExpression::Beginning::kHere);
+  }
+  return *anchored_;
 }
 
 JitExpression::Traits const& LineMatcher::traits() {

@@ -44,11 +44,15 @@ class LineMatcher {
 
   Answer matchInMachineCode(std::string_view line);
   Answer matchWithPoco(std::string_view line);
+  template <typename AtOnce, typename From>
+  Answer decide(std::string_view line, std::size_t stepCost, AtOnce atOnce,
+                From from);
   bool isTooLongAtOnce(std::string_view line) const;
   std::uint32_t stepsFromEachStart(std::string_view line,
                                    std::size_t stepCost) const;
   std::size_t stepsFromOneStart(std::size_t stepCost) const;
   std::size_t starts(std::string_view line);
+  JitExpression const& anchored();
   JitExpression::Traits const& traits();
 
   std::string pattern_;
