@@ -322,13 +322,29 @@ TEST(ManyGroups, CanBeReferredTo) {
   EXPECT_FALSE(matcher.matches(std::string(21, 'a') + "bc"));
 }
 
-// Poco can do without their captures, but not where they are referred to.
-TEST(ManyGroups, ThatAreReferredToHaveTheirTextOrNoAnswer) {
-  std::string const as(21, 'a');
-  for (char const* begin : {"", "(*UTF8)", "(*NO_START_OPT)"}) {
-    LineMatcher matcher(begin + groups(21) + "(b|c)\\22$", false);
-    EXPECT_NE(false, found(matcher, as + "bb")) << begin;
-    EXPECT_NE(true, found(matcher, as + "b\x12")) << begin;
+// What needs the text of a group, or the group itself, with machine code and
+// without. Poco would do with fewer groups in front.
+TEST(ManyGroups, CanBeUsedInEveryWay) {
+  for (std::size_t const count : {3U, 18U, 21U, 40U}) {
+    std::string const as(count, 'a');
+    std::string const next = std::to_string(count + 1);
+    std::string const ends[] = {"(b|c)\\" + next + "$",
+                                "(?<n>b|c)\\k<n>$",
+                                "(?<n>b|c)(?P=n)$",
+                                "(?:(b)|c)(?(" + next + ")b|c)$",
+                                "(?:(b)|c)?+(?(" + next + ")b|c)$",
+                                "(?<n>b|c)(?=\\g{n}$|x)\\g{n}$",
+                                "((b|c)|x(?-2)y)\\g{-1}$"};
+    for (std::string const& end : ends) {
+      for (char const* begin : {"", "(*UTF8)", "(*NO_START_OPT)"}) {
+        std::string const pattern = begin + groups(count) + end;
+        LineMatcher matcher(pattern, false);
+        EXPECT_EQ(true, found(matcher, as + "bb")) << pattern;
+        EXPECT_EQ(true, found(matcher, as + "cc")) << pattern;
+        EXPECT_EQ(false, found(matcher, as + "bc")) << pattern;
+        EXPECT_EQ(false, found(matcher, as + "b\x12")) << pattern;
+      }
+    }
   }
 }
 
@@ -337,6 +353,17 @@ TEST(ManyGroups, AreNoErrorWithoutMachineCode) {
   LineMatcher matcher("(*UTF8)" + groups(21) + "\xC3\xA4", false);
   EXPECT_TRUE(matcher.matches(std::string(21, 'a') + "\xC3\xA4"));
   EXPECT_FALSE(matcher.matches(std::string(21, 'a') + "\xC3\x84"));
+  EXPECT_FALSE(found(matcher, std::string(21, 'a') + "\xC3").has_value());
+}
+
+// From one beginning after the other, and under a limit.
+TEST(ManyGroups, AreFoundInLongLinesWithoutMachineCode) {
+  std::string const line(isSlowRun() ? 40000 : 100000, 'b');
+  LineMatcher matcher("(*UTF8)" + groups(21) + "b*c", false);
+  EXPECT_EQ(true, found(matcher, line + std::string(21, 'a') + "bc"));
+  EXPECT_EQ(false, found(matcher, line + std::string(21, 'a') + "bd"));
+  LineMatcher hostile("(*UTF8)" + groups(21) + "(a+)+[cd]", false);
+  EXPECT_FALSE(found(hostile, std::string(100, 'a')).has_value());
 }
 
 // ---- Long lines
@@ -358,6 +385,16 @@ TEST(LongLine, IsDecidedWhereItTakesManySteps) {
   for (std::size_t const length : {100U, 150U}) {
     EXPECT_EQ(false, found(matcher, std::string(length, 'x'))) << length;
     EXPECT_EQ(true, found(matcher, std::string(length, 'x') + 'y')) << length;
+  }
+}
+
+// Likewise, where the line cannot be searched beginning by beginning.
+TEST(LongLine, IsDecidedAsAWholeWhereItTakesManySteps) {
+  for (char const* pattern : {"\\G(a+)+$", "(*COMMIT)(a+)+$"}) {
+    LineMatcher matcher(pattern, false);
+    std::string const as(17, 'a');
+    EXPECT_EQ(false, found(matcher, as + std::string(150, 'b'))) << pattern;
+    EXPECT_EQ(true, found(matcher, as)) << pattern;
   }
 }
 

@@ -39,7 +39,6 @@ class JitExpression {
   // What the library says of a pattern.
   struct Traits {
     std::size_t groups;  // capturing ones
-    bool refersBack;     // to what a group matched
     bool isUtf8;         // lines are taken for UTF-8
     bool oneBeginning;   // matches are looked for at the line's beginning only
   };

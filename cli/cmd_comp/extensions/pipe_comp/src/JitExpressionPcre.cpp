@@ -1,8 +1,7 @@
-#include <pcre.h>
-
 #include <limits>
 
 #include "JitExpression.h"
+#include "PcrePattern.h"
 
 namespace QorCliPipe {
 namespace {
@@ -11,32 +10,12 @@ constexpr int kFirstMatchStack = 32 * 1024;  // bytes
 // Room for the whole match and, as the library wants it, a third for its work.
 constexpr int kOffsets = 3;
 
-struct FreePattern {
-  void operator()(pcre* pattern) const { pcre_free(pattern); }
-};
 struct FreeStudy {
   void operator()(pcre_extra* study) const { pcre_free_study(study); }
 };
 struct FreeStack {
   void operator()(pcre_jit_stack* stack) const { pcre_jit_stack_free(stack); }
 };
-
-using Pattern = std::unique_ptr<pcre, FreePattern>;
-
-// Null when the pattern cannot be compiled.
-Pattern compiled(std::string const& pattern, int options) {
-  char const* error = nullptr;
-  int errorOffset = 0;
-  return Pattern(
-      pcre_compile(pattern.c_str(), options, &error, &errorOffset, nullptr));
-}
-
-template <typename Value>
-Value info(pcre const* pattern, pcre_extra const* study, int what) {
-  Value value{};
-  pcre_fullinfo(pattern, study, what, &value);
-  return value;
-}
 
 bool hasOption(Pattern const& pattern, unsigned long option) {
   return (info<unsigned long>(pattern.get(), nullptr, PCRE_INFO_OPTIONS) &
@@ -49,10 +28,6 @@ bool hasOneBeginning(Pattern const& pattern) {
   return hasOption(pattern, PCRE_ANCHORED) ||
          info<int>(pattern.get(), nullptr, PCRE_INFO_FIRSTCHARACTERFLAGS) ==
              kBeginningsOfLines;
-}
-
-int compileOptions(bool ignoreCase) {
-  return PCRE_NEWLINE_LF | (ignoreCase ? PCRE_CASELESS : 0);
 }
 
 }  // namespace
@@ -106,12 +81,7 @@ JitExpression::Answer JitExpression::match(std::string_view line,
       pcre_jit_exec(code_->pattern.get(), code_->study.get(), line.data(),
                     static_cast<int>(line.size()), static_cast<int>(start), 0,
                     offsets, kOffsets, code_->stack.get());
-  if (status == PCRE_ERROR_NOMATCH) return Answer::kNoMatch;
-  if (status < 0) return Answer::kUndecided;
-  // A match may be made to begin behind its end; Poco takes the rest of the
-  // line for its text then.
-  if (offsets[0] > offsets[1]) offsets[1] = static_cast<int>(line.size());
-  return offsets[0] == offsets[1] ? Answer::kEmptyMatch : Answer::kMatch;
+  return answerOf(status, offsets, line);
 }
 
 JitExpression::Traits JitExpression::traits(std::string const& pattern,
@@ -119,9 +89,8 @@ JitExpression::Traits JitExpression::traits(std::string const& pattern,
   Pattern const code = compiled(pattern, compileOptions(ignoreCase));
   if (!code) return {};
   int const groups = info<int>(code.get(), nullptr, PCRE_INFO_CAPTURECOUNT);
-  return {static_cast<std::size_t>(groups),
-          info<int>(code.get(), nullptr, PCRE_INFO_BACKREFMAX) != 0,
-          hasOption(code, PCRE_UTF8), hasOneBeginning(code)};
+  return {static_cast<std::size_t>(groups), hasOption(code, PCRE_UTF8),
+          hasOneBeginning(code)};
 }
 
 }  // namespace QorCliPipe

@@ -1,39 +1,11 @@
-#define PCRE2_CODE_UNIT_WIDTH 8
-#include <pcre2.h>
-
 #include "JitExpression.h"
+#include "Pcre2Pattern.h"
 
 namespace QorCliPipe {
 namespace {
 
 constexpr std::size_t kFirstMatchStack = 32 * 1024;  // bytes
 constexpr std::uint32_t kOffsetPairs = 1;            // the whole match
-
-struct Free {
-  void operator()(pcre2_code* code) const { pcre2_code_free(code); }
-  void operator()(pcre2_compile_context* context) const {
-    pcre2_compile_context_free(context);
-  }
-  void operator()(pcre2_match_data* data) const { pcre2_match_data_free(data); }
-  void operator()(pcre2_match_context* context) const {
-    pcre2_match_context_free(context);
-  }
-  void operator()(pcre2_jit_stack* stack) const { pcre2_jit_stack_free(stack); }
-};
-
-template <class T>
-using Owned = std::unique_ptr<T, Free>;
-
-using Pattern = Owned<pcre2_code>;
-
-using CompileContext = Owned<pcre2_compile_context>;
-
-// Null when there is no memory.
-CompileContext compileContext() {
-  CompileContext context(pcre2_compile_context_create(nullptr));
-  if (context) pcre2_set_newline(context.get(), PCRE2_NEWLINE_LF);
-  return context;
-}
 
 // Machine code finds something else than Poco where a text of varying length is
 // looked for behind; older versions of the library have no such patterns.
@@ -43,17 +15,6 @@ CompileContext machineCodeContext() {
   if (context) pcre2_set_max_varlookbehind(context.get(), 0);
 #endif
   return context;
-}
-
-// Null when the pattern cannot be compiled.
-Pattern compiled(std::string const& pattern, std::uint32_t options,
-                 CompileContext const& context) {
-  if (!context) return nullptr;
-  int error = 0;
-  PCRE2_SIZE errorOffset = 0;
-  return Pattern(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.c_str()),
-                               pattern.size(), options, &error, &errorOffset,
-                               context.get()));
 }
 
 template <typename Value>
@@ -73,10 +34,6 @@ bool hasOneBeginning(Pattern const& pattern) {
   return hasOption(pattern, PCRE2_ANCHORED) ||
          info<std::uint32_t>(pattern, PCRE2_INFO_FIRSTCODETYPE) ==
              kBeginningsOfLines;
-}
-
-std::uint32_t compileOptions(bool ignoreCase) {
-  return ignoreCase ? PCRE2_CASELESS : 0U;
 }
 
 }  // namespace
@@ -130,14 +87,7 @@ JitExpression::Answer JitExpression::match(std::string_view line,
   int const status = pcre2_jit_match(
       code_->pattern.get(), reinterpret_cast<PCRE2_SPTR>(line.data()),
       line.size(), start, 0, code_->data.get(), code_->context.get());
-  if (status == PCRE2_ERROR_NOMATCH) return Answer::kNoMatch;
-  if (status < 0) return Answer::kUndecided;
-  PCRE2_SIZE const* const offsets =
-      pcre2_get_ovector_pointer(code_->data.get());
-  // A match may be made to begin behind its end; Poco takes the rest of the
-  // line for its text then.
-  PCRE2_SIZE const end = offsets[0] > offsets[1] ? line.size() : offsets[1];
-  return offsets[0] == end ? Answer::kEmptyMatch : Answer::kMatch;
+  return answerOf(status, code_->data.get(), line);
 }
 
 JitExpression::Traits JitExpression::traits(std::string const& pattern,
@@ -146,7 +96,6 @@ JitExpression::Traits JitExpression::traits(std::string const& pattern,
       compiled(pattern, compileOptions(ignoreCase), compileContext());
   if (!code) return {};
   return {info<std::uint32_t>(code, PCRE2_INFO_CAPTURECOUNT),
-          info<std::uint32_t>(code, PCRE2_INFO_BACKREFMAX) != 0,
           hasOption(code, PCRE2_UTF), hasOneBeginning(code)};
 }
 

@@ -33,13 +33,6 @@ std::size_t affordableRecursion() {
   return left < kMatchStack ? 0 : (left - kMatchStack) / kMatchStackPerLevel;
 }
 
-// Where a pattern has more groups than Poco can report, they do without
-// capturing.
-int captureOption(JitExpression::Traits const& traits) {
-  return traits.groups > kPocoGroups ? RegularExpression::RE_NO_AUTO_CAPTURE
-                                     : 0;
-}
-
 bool continuesCharacter(char c) {
   return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
@@ -54,9 +47,12 @@ int pocoOptions(bool ignoreCase) {
 PocoSearch::PocoSearch(std::string const& pattern, bool ignoreCase,
                        JitExpression::Traits const& traits)
     : pattern_(pattern),
-      options_(pocoOptions(ignoreCase) | captureOption(traits)),
-      isUtf8_(traits.isUtf8),
-      isUsable_(traits.groups <= kPocoGroups || !traits.refersBack) {}
+      options_(pocoOptions(ignoreCase)),
+      isUtf8_(traits.isUtf8) {
+  if (traits.groups <= kPocoGroups) return;
+  checkCompileStack(pattern);
+  manyGroups_.emplace(pattern, ignoreCase);
+}
 
 void PocoSearch::setLine(std::string_view line) {
   if (line_.capacity() > kMostKept) line_ = {};
@@ -66,7 +62,7 @@ void PocoSearch::setLine(std::string_view line) {
 }
 
 PocoSearch::Answer PocoSearch::search(std::uint32_t stepLimit) {
-  return match(0, stepLimit, 0);
+  return match(0, JitExpression::Beginning::kAnywhere, stepLimit);
 }
 
 PocoSearch::Answer PocoSearch::matchAt(std::size_t start,
@@ -74,18 +70,31 @@ PocoSearch::Answer PocoSearch::matchAt(std::size_t start,
   if (isUtf8_ && start < line_.size() && continuesCharacter(line_[start])) {
     return Answer::kNoMatch;
   }
-  int const check = isLineChecked_ ? RegularExpression::RE_NO_UTF8_CHECK : 0;
   Answer const answer =
-      match(start, stepLimit, RegularExpression::RE_ANCHORED | check);
+      match(start, JitExpression::Beginning::kHere, stepLimit);
   isLineChecked_ = isLineChecked_ || answer != Answer::kUndecided;
   return answer;
 }
 
+PocoSearch::Answer PocoSearch::match(std::size_t start,
+                                     JitExpression::Beginning beginning,
+                                     std::uint32_t stepLimit) {
+  if (manyGroups_) {
+    return manyGroups_->match(line_, start, beginning, isLineChecked_,
+                              {stepLimit, recursion_, kMatchMemory});
+  }
+  bool const isHere = beginning == JitExpression::Beginning::kHere;
+  return matchWithPoco(
+      start, stepLimit,
+      (isHere ? RegularExpression::RE_ANCHORED : 0) |
+          (isLineChecked_ ? RegularExpression::RE_NO_UTF8_CHECK : 0));
+}
+
 // A match may be made to begin behind its end; Poco takes the rest of the line
 // for its text then.
-PocoSearch::Answer PocoSearch::match(std::size_t start, std::uint32_t stepLimit,
-                                     int options) {
-  if (!isUsable_) return Answer::kUndecided;
+PocoSearch::Answer PocoSearch::matchWithPoco(std::size_t start,
+                                             std::uint32_t stepLimit,
+                                             int options) {
   try {
     RegularExpression::Match match;
     if (limited(stepLimit).match(line_, start, match, options) == 0) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "InterpretedExpression.h"
 #include "JitExpression.h"
 
 namespace QorCliPipe {
@@ -19,7 +20,8 @@ int pocoOptions(bool ignoreCase);
 
 // Looks for a match with Poco: under limits on its steps, and on its recursion
 // such that it fits the stack that is left, or on its memory where it matches
-// there. Used by one thread at a time.
+// there. Where a pattern has more groups than Poco can report, the library is
+// asked in its place. Used by one thread at a time.
 class PocoSearch {
  public:
   using Answer = JitExpression::Answer;
@@ -33,23 +35,23 @@ class PocoSearch {
   void setLine(std::string_view line);
 
   // Looks for the first match. Undecided when more than `stepLimit` steps would
-  // be needed from one beginning, or too deep a recursion, when the line is not
-  // in the UTF-8 that the pattern wants, or when the pattern has more groups
-  // than Poco can report and needs what they captured.
+  // be needed from one beginning, or too deep a recursion, or when the line is
+  // not in the UTF-8 that the pattern wants.
   Answer search(std::uint32_t stepLimit);
 
   // As search, for a match that begins at `start`, at most the line's length.
   Answer matchAt(std::size_t start, std::uint32_t stepLimit);
 
  private:
-  Answer match(std::size_t start, std::uint32_t stepLimit, int options);
+  Answer match(std::size_t start, JitExpression::Beginning beginning,
+               std::uint32_t stepLimit);
+  Answer matchWithPoco(std::size_t start, std::uint32_t stepLimit, int options);
   Poco::RegularExpression& limited(std::uint32_t stepLimit);
 
   std::string pattern_;
   int options_;
   bool isUtf8_;
-  // Without captures, a reference to one would mean something else.
-  bool isUsable_;
+  std::optional<InterpretedExpression> manyGroups_;
   std::string line_;
   bool isLineChecked_ = false;
   std::size_t recursion_ = 0;
