@@ -65,7 +65,7 @@ class Reader {
     PatternScan scan(pattern_);
     for (; !scan.atEnd(); scan.advance()) visit(scan.position());
     isSure_ = isSure_ && scan.isSure();
-    bool const isRefused = !scan.isComplete() || (isSure_ && !open_.empty());
+    bool const isRefused = scan.isRefused() || (isSure_ && !open_.empty());
     if (isRefused) marked_.clear();
     for (Marked const& call : marked_) {
       std::optional<std::size_t> const group = groupOf(call);

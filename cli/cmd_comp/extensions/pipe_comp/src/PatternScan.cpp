@@ -6,11 +6,13 @@
 namespace QorCliPipe {
 namespace {
 
-// In place of an index behind something: it has no end; it is hard to read.
-constexpr std::size_t kNoEnd = std::string_view::npos;
-constexpr std::size_t kHardToRead = kNoEnd - 1;
-
 constexpr std::size_t kNowhere = std::string_view::npos;
+
+// In place of an index behind something: the library refuses it, for it has no
+// end; it is hard to read.
+constexpr std::size_t kRefused = kNowhere;
+constexpr std::size_t kHardToRead = kNowhere - 1;
+
 constexpr std::string_view kUpperCase = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::string_view kClassName = "^abcdefghijklmnopqrstuvwxyz";
 constexpr std::string_view kOptions =
@@ -28,11 +30,11 @@ bool beginsWithOneOf(std::string_view pattern, std::size_t i,
   });
 }
 
-// The index behind the first `mark` from `begin` on; kNoEnd without one.
+// The index behind the first `mark` from `begin` on; kRefused without one.
 std::size_t behindFirst(std::string_view pattern, std::size_t begin,
                         std::string_view mark) {
   std::size_t const found = pattern.find(mark, begin);
-  return found == kNowhere ? kNoEnd : found + mark.size();
+  return found == kNowhere ? kRefused : found + mark.size();
 }
 
 // The index behind the escape at `i`, which may be behind the pattern's end.
@@ -69,7 +71,7 @@ std::size_t firstInClass(std::string_view pattern, std::size_t i) {
   }
 }
 
-// The index behind the class that begins at `i`, or kNoEnd.
+// The index behind the class that begins at `i`, or kRefused.
 std::size_t behindClass(std::string_view pattern, std::size_t i) {
   constexpr std::string_view beginOfWord = "[[:<:]]";
   constexpr std::string_view endOfWord = "[[:>:]]";
@@ -85,23 +87,53 @@ std::size_t behindClass(std::string_view pattern, std::size_t i) {
       i = pattern[i] == '[' ? behindBracket(pattern, i) : i + 1;
     }
   }
-  return i < pattern.size() ? i + 1 : kNoEnd;
+  return i < pattern.size() ? i + 1 : kRefused;
 }
 
-// The index behind the callout, such as (?C) or (?C12), that begins at `i`;
-// kHardToRead for one with a text.
+// The index behind the class of classes, such as (?[ [a-z] - [x] ]), that
+// begins at `i`, or kRefused.
+std::size_t behindClasses(std::string_view pattern, std::size_t i) {
+  i += std::string_view("(?[").size();
+  while (i < pattern.size() && pattern[i] != ']') {
+    if (pattern[i] == '\\') {
+      i = behindEscape(pattern, i);
+    } else if (pattern[i] == '[') {
+      std::size_t const behindName = behindBracket(pattern, i);
+      i = behindName != i + 1 ? behindName : behindClass(pattern, i);
+    } else {
+      ++i;
+    }
+  }
+  bool const isClosed = i < pattern.size() && beginsWith(pattern, i, "])");
+  return isClosed ? i + 2 : kRefused;
+}
+
+// The index behind the callout, such as (?C), (?C12) or (?C'text'), that begins
+// at `i`, or kRefused.
 std::size_t behindCallout(std::string_view pattern, std::size_t i) {
-  std::size_t const end = pattern.find_first_not_of("0123456789", i + 3);
-  return beginsWith(pattern, std::min(end, pattern.size()), ")") ? end + 1
-                                                                 : kHardToRead;
+  constexpr std::string_view opening = "`'\"^%#${";
+  constexpr std::string_view closing = "`'\"^%#$}";
+  i += std::string_view("(?C").size();
+  std::size_t const kind = opening.find_first_of(pattern.substr(i, 1));
+  if (kind == kNowhere) {
+    i = std::min(pattern.find_first_not_of("0123456789", i), pattern.size());
+  } else {
+    // The closing mark twice is part of the text.
+    std::string_view const mark = closing.substr(kind, 1);
+    i = behindFirst(pattern, i + 1, mark);
+    while (i != kRefused && beginsWith(pattern, i, mark)) {
+      i = behindFirst(pattern, i + 1, mark);
+    }
+  }
+  return i != kRefused && beginsWith(pattern, i, ")") ? i + 1 : kRefused;
 }
 
-// The index behind the comment, verb or callout that begins at `i`, kNoEnd or
-// kHardToRead; `i` for any other group.
+// The index behind the comment, verb or the like that begins at `i`, or
+// kRefused; `i` for any other group.
 std::size_t behindMark(std::string_view pattern, std::size_t i) {
   if (beginsWith(pattern, i, "(?#")) return behindFirst(pattern, i, ")");
   if (beginsWith(pattern, i, "(?C")) return behindCallout(pattern, i);
-  if (beginsWith(pattern, i, "(?[")) return kHardToRead;
+  if (beginsWith(pattern, i, "(?[")) return behindClasses(pattern, i);
   if (!beginsWith(pattern, i, "(*")) return i;
   std::string_view const first = pattern.substr(i + 2, 1);
   bool const isVerb =
@@ -174,14 +206,14 @@ void PatternScan::leaveOut() {
   while (isSure_ && !atEnd()) {
     std::size_t const behind = behindHidden();
     if (behind == position_) return;
-    isComplete_ = behind != kNoEnd;
-    isSure_ = isComplete_ && behind != kHardToRead;
+    isRefused_ = behind == kRefused;
+    isSure_ = !isRefused_ && behind != kHardToRead;
     if (isSure_) position_ = behind;
   }
 }
 
-// The index behind what is to be left out here, kNoEnd or kHardToRead; that of
-// this place where nothing is.
+// The index behind what is to be left out here, kRefused or kHardToRead; that
+// of this place where nothing is.
 std::size_t PatternScan::behindHidden() const {
   switch (pattern_[position_]) {
     case '[':

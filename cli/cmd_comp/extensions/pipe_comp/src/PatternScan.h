@@ -10,10 +10,10 @@ namespace QorCliPipe {
 // Goes through the characters of a regular expression that may begin or end a
 // group: all but those in character classes, comments, verbs with their names,
 // callouts, and behind the first character of an escape, of which \Q...\E is
-// one. Reads as the library does; what the library refuses may be read in any
-// way from there on.
+// one. Reads as the library does; a pattern that the library refuses may be
+// read in any way from the place on for which it does so.
 //
-// From a part on that is hard to read, or has no end, only escapes of two
+// From a part on that is hard to read, or never ends, only escapes of two
 // characters are left out, and the scan is not sure any more.
 //
 // Takes time proportional to the pattern, memory proportional to the nesting of
@@ -32,9 +32,9 @@ class PatternScan {
   // Whether all that was left out up to here is sure not to be part of a group.
   bool isSure() const { return isSure_; }
 
-  // Whether nothing to be left out was found to have no end, which the library
-  // refuses.
-  bool isComplete() const { return isComplete_; }
+  // Whether something to be left out was found that never ends, which the
+  // library refuses.
+  bool isRefused() const { return isRefused_; }
 
   // Goes to the next one, or to the end.
   void advance();
@@ -50,7 +50,7 @@ class PatternScan {
   bool choosesNewline_;
   std::size_t position_ = 0;
   bool isSure_ = true;
-  bool isComplete_ = true;
+  bool isRefused_ = false;
   // Whether "#" begins a comment, as option x has it: here, and behind each of
   // the groups around.
   bool isExtended_ = false;

@@ -42,8 +42,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 // A ")" that may close no group is not taken to close one.
 INSTANTIATE_TEST_SUITE_P(HardToRead, NestingBound,
-                         testing::Values(Nesting{"(?C'(')((a))", 4},
-                                         Nesting{"(?[(])(a)", 3},
+                         testing::Values(Nesting{"(?C'(')((a))", 2},
+                                         Nesting{"(?[(])(a)", 1},
                                          Nesting{"(*UTF8)(a)(b)", 1},
                                          Nesting{"[(", 1}, Nesting{"[[(", 1},
                                          Nesting{"[[:a(", 1}));

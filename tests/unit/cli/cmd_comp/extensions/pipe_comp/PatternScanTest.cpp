@@ -111,33 +111,51 @@ INSTANTIATE_TEST_SUITE_P(
                     Scanned{"(?x)((?i)a)#(", "(?x)((?i)a)"},
                     Scanned{")(?x)#(", ")(?x)"}));
 
+INSTANTIATE_TEST_SUITE_P(
+    ClassesOfClasses, PatternScanned,
+    testing::Values(Scanned{"(?[[(]])a(", "a("},
+                    Scanned{"(?[ ( [a(] + \\( ) & [^b\\]] ])a(", "a("},
+                    Scanned{"(?[[:alpha:]-[(]])a(", "a("}));
+
+INSTANTIATE_TEST_SUITE_P(CalloutsWithTexts, PatternScanned,
+                         testing::Values(Scanned{"(?C'(')a(", "a("},
+                                         Scanned{"(?C{('})a(", "a("},
+                                         Scanned{"(?C\"(\"\")\")a(", "a("},
+                                         Scanned{"(?C'''(''')a(", "a("},
+                                         Scanned{"(?C'')a(", "a("}));
+
 // From there on, all but the second character of an escape is stood at.
 INSTANTIATE_TEST_SUITE_P(
     HardToRead, PatternScanned,
-    testing::Values(Scanned{"a[(", "a?![("}, Scanned{"[[:a(", "?![[:a("},
-                    Scanned{"(?#[(]\\(", "?!(?#[(]\\"},
-                    Scanned{"(*:(", "?!(*:("},
-                    Scanned{"(?C'[')[(]", "?!(?C'[')[(]"},
-                    Scanned{"a(?[(]", "a?!(?[(]"},
-                    Scanned{"(*ANY)(?x)#(", "(?x)?!#("},
+    testing::Values(Scanned{"(*ANY)(?x)#(", "(?x)?!#("},
                     Scanned{"(*UTF8)(*CR)(?x)#(", "(?x)?!#("},
                     Scanned{"(*BSR_ANYCRLF)(?x)#(", "(?x)"},
                     Scanned{"(?xx)[(]", "(?!?xx)[(]"}));
 
-bool isComplete(std::string_view pattern) {
+INSTANTIATE_TEST_SUITE_P(WithoutEnd, PatternScanned,
+                         testing::Values(Scanned{"a[(", "a?![("},
+                                         Scanned{"[[:a(", "?![[:a("},
+                                         Scanned{"(?#[(]\\(", "?!(?#[(]\\"},
+                                         Scanned{"(*:(", "?!(*:("},
+                                         Scanned{"(?C'[)[(]", "?!(?C'[)[(]"},
+                                         Scanned{"(?Cx)[(]", "?!(?Cx)[(]"},
+                                         Scanned{"a(?[(]", "a?!(?[(]"}));
+
+bool isRefused(std::string_view pattern) {
   PatternScan scan(pattern);
   while (!scan.atEnd()) scan.advance();
-  return scan.isComplete();
+  return scan.isRefused();
 }
 
-TEST(PatternScanComplete, IsAPatternWhoseHiddenPartsHaveEnds) {
+TEST(PatternScanRefused, IsAPatternWithAPartThatNeverEnds) {
   for (char const* pattern : {"", "[a](?#)(*FAIL)(?C1)", "\\Qa", "(?x)#a", "(",
-                              "[\\Qa\\E]", "(?C'a", "(?[", "a]"}) {
-    EXPECT_TRUE(isComplete(pattern)) << pattern;
+                              "[\\Qa\\E]", "(?C'a')", "(?[[a]])", "a]"}) {
+    EXPECT_FALSE(isRefused(pattern)) << pattern;
   }
   for (char const* pattern :
-       {"[", "a[]", "[^]", "[\\]", "[\\Q]", "(?#", "(*F", "(*:a"}) {
-    EXPECT_FALSE(isComplete(pattern)) << pattern;
+       {"[", "a[]", "[^]", "[\\]", "[\\Q]", "(?#", "(*F", "(*:a", "(?C",
+        "(?C'a", "(?C'a''", "(?C'a')(?C1", "(?[[a]", "(?[[a])", "(?[[a"}) {
+    EXPECT_TRUE(isRefused(pattern)) << pattern;
   }
 }
 
