@@ -306,6 +306,35 @@ TEST_F(HostilePattern, IsRefusedWhenItsCallsTakeForEverToFollow) {
   }
 }
 
+// Something else that is wrong with a pattern does not make the library follow
+// its calls before it is refused.
+TEST_F(HostilePattern, IsRefusedWhereMoreIsWrongWithIt) {
+  std::string const calls = callingGroups(40);
+  std::string const missing = calls.substr(0, calls.size() - 4);
+  for (std::string const& pattern :
+       {calls, missing, "(?:" + calls + ")*", "(?:" + missing + ")*",
+        "(?<=" + calls + ')', "(?<=" + missing + ')', calls + "(?1)*"}) {
+    for (char const* end : {")(",       ")[",
+                            ")(?#",     ")",
+                            "(",        "[",
+                            "(?#",      "(*:",
+                            "(*X)",     "(?99)",
+                            ")(?99)",   "(?&n)",
+                            "\\g<n>",   "(?<n>a)(?<n>b)",
+                            "(?n)",     "(?xx)",
+                            "(?C'",     "(?C256)",
+                            "(?[",      "\\",
+                            "{2,1}",    "a**",
+                            "[z-a]",    "(?<=a+)",
+                            "[[:x:]]",  "[[.x.]]",
+                            "\\p{x}",   "\\g{99}",
+                            "(?(99)a)", "(?(1)a|b|c)"}) {
+      EXPECT_EQ(-1, execute(quoted(pattern + end), "a\n").status)
+          << pattern.substr(0, 5) << ' ' << end;
+    }
+  }
+}
+
 // Calls behind what looks like a class, and in numbers with many zeros.
 TEST_F(HostilePattern, IsRefusedWhereItHidesItsCalls) {
   for (char const* begin : {"(?#[)", "(*:[)", "(?#\\Q)"}) {

@@ -63,7 +63,9 @@ class Reader {
   std::size_t read() {
     groups_.push_back({0, pattern_.size()});
     PatternScan scan(pattern_);
-    for (; !scan.atEnd(); scan.advance()) visit(scan.position());
+    for (; !scan.atEnd() && !isAtStrayEnd(scan); scan.advance()) {
+      visit(scan.position());
+    }
     isSure_ = isSure_ && scan.isSure();
     bool const isRefused = scan.isRefused() || (isSure_ && !open_.empty());
     if (isRefused) marked_.clear();
@@ -95,6 +97,12 @@ class Reader {
     std::size_t numbersBefore;
     std::size_t mostNumbers;
   };
+
+  // Whether a group ends that never began. The library may not read on, and not
+  // refuse the pattern before it has followed the calls up to here.
+  bool isAtStrayEnd(PatternScan const& scan) const {
+    return scan.isSure() && open_.empty() && pattern_[scan.position()] == ')';
+  }
 
   void visit(std::size_t i) {
     switch (pattern_[i]) {

@@ -44,9 +44,8 @@ std::size_t behindEscape(std::string_view pattern, std::size_t i) {
   return std::min(behindFirst(pattern, i + 2, "\\E"), pattern.size());
 }
 
-// The index behind the "[" at `i` in a class, or behind the named class, such
-// as
-// [:alpha:], that begins there.
+// The index behind the "[" at `i` in a class, or behind the named class that
+// begins there, such as [:alpha:].
 std::size_t behindBracket(std::string_view pattern, std::size_t i) {
   if (!beginsWith(pattern, i, "[:")) return i + 1;
   std::size_t const end =

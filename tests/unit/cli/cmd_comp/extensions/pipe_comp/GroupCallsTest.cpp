@@ -110,7 +110,14 @@ INSTANTIATE_TEST_SUITE_P(
                     Reach{"(a)(?2)(?1)", (11 + 3) * 2},
                     Reach{"(a)(?99999999999999999999)", 0},
                     Reach{"(a)(?1)[", 0}, Reach{"(a)(?1)(", 0},
-                    Reach{"(a)(?1))", 8 + 8 + 3 + 3}, Reach{"(a)(?1)(?#", 0}));
+                    Reach{"(a)(?1)(?#", 0}));
+
+// The library does not read on behind a parenthesis that closes nothing.
+INSTANTIATE_TEST_SUITE_P(StrayEnds, CallReach,
+                         testing::Values(Reach{"(a)(?1))", (8 + 3) * 2},
+                                         Reach{"(a)(?1))(", (9 + 3) * 2},
+                                         Reach{"(a)(?1))[", (9 + 3) * 2},
+                                         Reach{"(a)(?1))(?1)", (12 + 3) * 2}));
 
 // Where the text may be misread, a call stands for the whole pattern, and for
 // the other calls in it.
