@@ -24,14 +24,23 @@ namespace {
 
 const int kPatterns = isSlowRun() ? 100'000 : 1'000'000;
 constexpr std::array kParts = {
-    "(",         ")",       ")",      "(?:",    "(?=",   "(?|",     "|",
-    "(?<n>",     "(?'m'",   "(?P<o>", "(?(1)",  "(?#",   "(*FAIL)", "(*:",
-    "(?C1)",     "(?C'",    "(?C{",   "'",      "(?[",   "])",      "+",
-    "[",         "]",       "]",      "[^",     "[:",    ":]",      "alpha",
-    "[:alpha:]", "[[:<:]]", "[.",     ".]",     "-",     "\\",      "\\\\",
-    "\\Q",       "\\E",     "\\E",    "\\c",    "\\x{",  "#",       "\n",
-    "(?x)",      "(?-x)",   "(?x:",   "(?i-x:", "(?ix)", "(?J)",    " ",
-    "a",         "*",       "?",      "{2}",    "}",     "(*UTF8)"};
+    "(",        ")",     ")",     "(?:",    "(?=",       "(?|",
+    "|",        "(?<n>", "(?'m'", "(?P<o>", "(?(1)",     "(?#",
+    "(*FAIL)",  "(*:",   "(?C1)", "(?C'",   "(?C{",      "'",
+    "(?[",      "])",    "+",     "[",      "]",         "]",
+    "[^",       "[:",    ":]",    "alpha",  "[:alpha:]", "[[:<:]]",
+    "[.",       ".]",    "-",     "\\",     "\\\\",      "\\Q",
+    "\\E",      "\\E",   "\\c",   "\\x{",   "#",         "\n",
+    "(?x)",     "(?-x)", "(?x:",  "(?i-x:", "(?ix)",     "(?J)",
+    " ",        "a",     "*",     "?",      "{2}",       "}",
+    "(*UTF8)",  "\r",    "\v",    "\x85",   "\xC2\x85",  "\xE2\x80\xA8",
+    "\xC5\x85", "(?xx)", "[ "};
+
+// What patterns begin with.
+constexpr std::array kOptions = {
+    "",        "",           "(*UTF8)",    "(*CR)",
+    "(*CRLF)", "(*ANYCRLF)", "(*ANY)",     "(*UTF8)(*ANY)",
+    "(?x)",    "(*CR)(?x)",  "(*ANY)(?x)", "(*UTF8)(*ANY)(?x)"};
 
 bool isAccepted(std::string const& pattern) {
   try {
@@ -67,6 +76,16 @@ class RandomPatterns {
   }
 
  private:
+  static std::vector<std::string> beginnings() {
+    std::vector<std::string> result;
+    while (result.size() < kKept) {
+      for (char const* options : kOptions) {
+        result.push_back(std::string(options) + "(a)");
+      }
+    }
+    return result;
+  }
+
   static constexpr std::size_t kMostParts = 3;
   static constexpr std::size_t kLongest = 60;  // bytes
   static constexpr std::size_t kKept = 1000;
@@ -76,7 +95,7 @@ class RandomPatterns {
   }
 
   std::mt19937 random_{testSeed()};
-  std::vector<std::string> kept_{kKept, "(a)"};
+  std::vector<std::string> kept_ = beginnings();
 };
 
 TEST(PatternScanProperty, FindsTheGroupsThatTheLibraryFinds) {
@@ -85,7 +104,11 @@ TEST(PatternScanProperty, FindsTheGroupsThatTheLibraryFinds) {
   for (int i = 0; i < kPatterns; ++i) {
     std::string const pattern = patterns.next();
     if (!isAccepted(pattern)) continue;
-    EXPECT_TRUE(isReadForSure(pattern)) << testing::PrintToString(pattern);
+    if (!isReadForSure(pattern)) {
+      EXPECT_NE(std::string::npos, pattern.find("(?xx"))
+          << testing::PrintToString(pattern);
+      continue;
+    }
     std::size_t const groups =
         QorCliPipe::JitExpression::traits(pattern, false).groups;
     // The first is the whole pattern. Groups in alternatives such as (?|a|b)

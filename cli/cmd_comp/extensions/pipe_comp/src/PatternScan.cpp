@@ -1,10 +1,12 @@
 #include "PatternScan.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <optional>
 
 namespace QorCliPipe {
 namespace {
+
+using Texts = std::vector<std::string_view>;
 
 constexpr std::size_t kNowhere = std::string_view::npos;
 
@@ -24,7 +26,7 @@ bool beginsWith(std::string_view pattern, std::size_t i,
 }
 
 bool beginsWithOneOf(std::string_view pattern, std::size_t i,
-                     std::initializer_list<std::string_view> marks) {
+                     Texts const& marks) {
   return std::any_of(marks.begin(), marks.end(), [&](std::string_view mark) {
     return beginsWith(pattern, i, mark);
   });
@@ -74,7 +76,8 @@ std::size_t firstInClass(std::string_view pattern, std::size_t i) {
 std::size_t behindClass(std::string_view pattern, std::size_t i) {
   constexpr std::string_view beginOfWord = "[[:<:]]";
   constexpr std::string_view endOfWord = "[[:>:]]";
-  if (beginsWithOneOf(pattern, i, {beginOfWord, endOfWord})) {
+  if (beginsWith(pattern, i, beginOfWord) ||
+      beginsWith(pattern, i, endOfWord)) {
     return i + beginOfWord.size();
   }
   i = firstInClass(pattern, i);
@@ -140,22 +143,40 @@ std::size_t behindMark(std::string_view pattern, std::size_t i) {
   return isVerb ? behindFirst(pattern, i, ")") : i;
 }
 
-// Whether an option at the pattern's beginning may say what ends a line.
-bool mayChooseNewline(std::string_view pattern) {
-  std::size_t i = 0;
-  while (i < pattern.size() && beginsWith(pattern, i, "(*")) {
-    if (beginsWithOneOf(pattern, i, {"(*CR", "(*LF", "(*ANY", "(*NUL"})) {
-      return true;
-    }
-    i = behindFirst(pattern, i, ")");
+// The texts that end a line for an option such as (*CR); nothing for any other.
+std::optional<Texts> newlinesFor(std::string_view option, bool isUtf8) {
+  if (option == "CR") return Texts{"\r"};
+  if (option == "LF") return Texts{"\n"};
+  if (option == "CRLF") return Texts{"\r\n"};
+  if (option == "ANYCRLF") return Texts{"\r", "\n"};
+  if (option == "NUL") return Texts{};
+  if (option != "ANY") return std::nullopt;
+  if (!isUtf8) return Texts{"\n", "\v", "\f", "\r", "\x85"};
+  return Texts{"\n",       "\v",           "\f",          "\r",
+               "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
+}
+
+// The texts that end a line in the pattern: as the last of the options at its
+// beginning has it.
+Texts newlinesOf(std::string_view pattern) {
+  std::string_view const beginning = "(*";
+  std::string_view chosen;
+  bool isUtf8 = false;
+  while (beginsWith(pattern, 0, beginning)) {
+    std::string_view const option =
+        pattern.substr(beginning.size(), pattern.find(')') - beginning.size());
+    isUtf8 = isUtf8 || option == "UTF8" || option == "UTF";
+    if (newlinesFor(option, isUtf8)) chosen = option;
+    pattern.remove_prefix(
+        std::min(behindFirst(pattern, 0, ")"), pattern.size()));
   }
-  return false;
+  return newlinesFor(chosen, isUtf8).value_or(Texts{"\n"});
 }
 
 }  // namespace
 
 PatternScan::PatternScan(std::string_view pattern)
-    : pattern_(pattern), choosesNewline_(mayChooseNewline(pattern)) {
+    : pattern_(pattern), newlines_(newlinesOf(pattern)) {
   leaveOut();
 }
 
@@ -191,8 +212,7 @@ void PatternScan::setOptions(std::string_view options) {
   if (beginsWith(set, 0, "^")) isExtended_ = false;
   if (set.find('x') != kNowhere) isExtended_ = true;
   if (unset.find('x') != kNowhere) isExtended_ = false;
-  // Some versions of the library leave out blanks in classes then.
-  if (set.find('x') != set.rfind('x')) isSure_ = false;
+  if (set.find('x') != set.rfind('x')) mayBeExtendedMore_ = true;
 }
 
 void PatternScan::closeGroup() {
@@ -216,16 +236,29 @@ void PatternScan::leaveOut() {
 std::size_t PatternScan::behindHidden() const {
   switch (pattern_[position_]) {
     case '[':
-      return behindClass(pattern_, position_);
+      return mayBeginWithBlank() ? kHardToRead
+                                 : behindClass(pattern_, position_);
     case '(':
       return behindMark(pattern_, position_);
     case '#':
-      if (!isExtended_) return position_;
-      if (choosesNewline_) return kHardToRead;
-      return std::min(behindFirst(pattern_, position_, "\n"), pattern_.size());
+      return isExtended_ ? behindComment() : position_;
     default:
       return position_;
   }
+}
+
+// Whether the class here has a blank in front, which some versions of the
+// library leave out where option x is given twice.
+bool PatternScan::mayBeginWithBlank() const {
+  std::size_t const first = firstInClass(pattern_, position_);
+  return mayBeExtendedMore_ && (beginsWith(pattern_, first, " ") ||
+                                beginsWith(pattern_, first, "\t"));
+}
+
+std::size_t PatternScan::behindComment() const {
+  std::size_t i = position_;
+  while (i < pattern_.size() && !beginsWithOneOf(pattern_, i, newlines_)) ++i;
+  return std::min(i + 1, pattern_.size());
 }
 
 }  // namespace QorCliPipe

@@ -45,12 +45,16 @@ class PatternScan {
   void setOptions(std::string_view options);
   void leaveOut();
   std::size_t behindHidden() const;
+  bool mayBeginWithBlank() const;
+  std::size_t behindComment() const;
 
   std::string_view pattern_;
-  bool choosesNewline_;
+  std::vector<std::string_view> newlines_;  // what ends a comment of option x
   std::size_t position_ = 0;
   bool isSure_ = true;
   bool isRefused_ = false;
+  // Whether option x was given twice somewhere.
+  bool mayBeExtendedMore_ = false;
   // Whether "#" begins a comment, as option x has it: here, and behind each of
   // the groups around.
   bool isExtended_ = false;

@@ -124,14 +124,36 @@ INSTANTIATE_TEST_SUITE_P(CalloutsWithTexts, PatternScanned,
                                          Scanned{"(?C'''(''')a(", "a("},
                                          Scanned{"(?C'')a(", "a("}));
 
-// From there on, all but the second character of an escape is stood at.
+INSTANTIATE_TEST_SUITE_P(
+    Newlines, PatternScanned,
+    testing::Values(Scanned{"(*CR)(?x)#\n(\r(a", "(?x)(a"},
+                    Scanned{"(*LF)(?x)#\r(\n(a", "(?x)(a"},
+                    Scanned{"(*CRLF)(?x)#\r(\n(\r\n(a", "(?x)\n(a"},
+                    Scanned{"(*ANYCRLF)(?x)#(\r(a#(\n(a", "(?x)(a(a"},
+                    Scanned{"(*ANYCRLF)(?x)#(\v(\r\n(a", "(?x)\n(a"},
+                    Scanned{"(*NUL)(?x)#(\n(a", "(?x)"},
+                    Scanned{"(*ANY)(?x)#(\x85(#(\v(a", "(?x)((a"},
+                    Scanned{"(*ANY)(?x)#(\xC5\x85(a", "(?x)(a"},
+                    Scanned{"(*ANY)(*UTF8)(?x)#(\xC5\x85(", "(?x)"},
+                    Scanned{"(*UTF8)(*ANY)(?x)#(\xC2\x85(a", "(?x)\x85(a"},
+                    Scanned{"(*UTF)(*ANY)(?x)#(\xE2\x80\xA8(a",
+                            "(?x)\x80\xA8(a"},
+                    Scanned{"(*ANY)(*LF)(?x)#(\r(\n(a", "(?x)(a"},
+                    Scanned{"(*CR)(*UCP)(?x)#\n(\r(a", "(?x)(a"},
+                    Scanned{"(*BSR_ANYCRLF)(?x)#\r(\n(a", "(?x)(a"},
+                    Scanned{"(*CR", "?!(*CR"}));
+
+// Some versions of the library leave out blanks in classes when option x is
+// given twice, so that what is a "]" in front there is the end elsewhere. From
+// there on, all but the second character of an escape is stood at.
 INSTANTIATE_TEST_SUITE_P(
     HardToRead, PatternScanned,
-    testing::Values(Scanned{"(*ANY)(?x)#(", "(?x)?!#("},
-                    Scanned{"(*UTF8)(*CR)(?x)#(", "(?x)?!#("},
-                    Scanned{"(*BSR_ANYCRLF)(?x)#(", "(?x)"},
-                    Scanned{"(?xx)[(]", "(?!?xx)[(]"}));
+    testing::Values(Scanned{"(?xx)#(\n[(]a[ ](]\\(", "(?xx)a?![ ](]\\"},
+                    Scanned{"(?xx)[^\\E\t^(]", "(?xx)?![^\\\t^(]"},
+                    Scanned{"(?x)(?x)[ ](", "(?x)(?x)("},
+                    Scanned{"(?xix-i:)[ ](", "(?xix-i:)?![ ]("}));
 
+// The same.
 INSTANTIATE_TEST_SUITE_P(WithoutEnd, PatternScanned,
                          testing::Values(Scanned{"a[(", "a?![("},
                                          Scanned{"[[:a(", "?![[:a("},
