@@ -5,6 +5,7 @@
 #include <Poco/RegularExpression.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <iostream>
@@ -52,43 +53,55 @@ bool isAccepted(std::string const& pattern) {
   }
 }
 
-bool isReadForSure(std::string const& pattern) {
+struct Scanned {
+  bool isSure;
+  std::size_t stoodAt;  // characters
+};
+
+Scanned scanned(std::string const& pattern) {
   QorCliPipe::PatternScan scan(pattern);
-  while (!scan.atEnd()) scan.advance();
-  return scan.isSure();
+  std::size_t stoodAt = 0;
+  for (; !scan.atEnd(); scan.advance()) ++stoodAt;
+  return {scan.isSure(), stoodAt};
 }
 
-// Patterns that were kept are added to, so that long ones are met, too.
+// Patterns that were kept are changed, so that long ones are met, too.
 class RandomPatterns {
  public:
   std::string next() {
     std::string pattern = kept_[below(kKept)];
-    for (std::size_t parts = below(kMostParts) + 1; parts > 0; --parts) {
-      pattern.insert(below(pattern.size() + 1), kParts[below(kParts.size())]);
+    for (std::size_t changes = below(kMostChanges) + 1; changes > 0;
+         --changes) {
+      std::size_t const i = below(pattern.size() + 1);
+      if (below(4) == 0) {
+        pattern.erase(i, below(kMostErased) + 1);
+      } else {
+        pattern.insert(i, kParts[below(kParts.size())]);
+      }
     }
     return pattern;
   }
 
   // Forgets another one for it.
   void keep(std::string const& pattern) {
-    if (pattern.size() > kLongest) return;
-    kept_[below(kKept)] = pattern;
+    if (pattern.size() <= kLongest) kept_[below(kKept)] = pattern;
   }
 
  private:
+  static constexpr std::size_t kMostChanges = 3;
+  static constexpr std::size_t kMostErased = 6;  // bytes
+  static constexpr std::size_t kLongest = 60;    // bytes
+  static constexpr std::size_t kKept = 1000;
+
   static std::vector<std::string> beginnings() {
     std::vector<std::string> result;
     while (result.size() < kKept) {
       for (char const* options : kOptions) {
-        result.push_back(std::string(options) + "(a)");
+        result.push_back(std::string(options) + "(a)(b)");
       }
     }
     return result;
   }
-
-  static constexpr std::size_t kMostParts = 3;
-  static constexpr std::size_t kLongest = 60;  // bytes
-  static constexpr std::size_t kKept = 1000;
 
   std::size_t below(std::size_t end) {
     return std::uniform_int_distribution<std::size_t>(0, end - 1)(random_);
@@ -98,31 +111,38 @@ class RandomPatterns {
   std::vector<std::string> kept_ = beginnings();
 };
 
+// The groups that are read in the pattern, without those that stand for calls
+// whose group is unsure, of which there are none here.
+std::size_t readGroups(std::string const& pattern) {
+  return QorCliPipe::CallGraph(pattern).groups().size() - 1;
+}
+
 TEST(PatternScanProperty, FindsTheGroupsThatTheLibraryFinds) {
   RandomPatterns patterns;
-  int withGroups = 0;
+  int withGroups = 0;  // two at least
   for (int i = 0; i < kPatterns; ++i) {
     std::string const pattern = patterns.next();
     if (!isAccepted(pattern)) continue;
-    if (!isReadForSure(pattern)) {
-      EXPECT_NE(std::string::npos, pattern.find("(?xx"))
-          << testing::PrintToString(pattern);
-      continue;
-    }
+    Scanned const scan = scanned(pattern);
     std::size_t const groups =
         QorCliPipe::JitExpression::traits(pattern, false).groups;
-    // The first is the whole pattern. Groups in alternatives such as (?|a|b)
-    // share numbers.
-    std::size_t const read = QorCliPipe::CallGraph(pattern).groups().size() - 1;
-    bool const mayShare = pattern.find("(?|") != std::string::npos;
-    EXPECT_TRUE(read == groups || (mayShare && read > groups))
+    std::size_t const read = readGroups(pattern);
+    bool const isTwiceExtended =
+        std::count(pattern.begin(), pattern.end(), 'x') > 1;
+    EXPECT_TRUE(scan.isSure || isTwiceExtended)
+        << testing::PrintToString(pattern);
+    // Groups in alternatives such as (?|a|b) share numbers.
+    bool const mayBeMore =
+        !scan.isSure || pattern.find("(?|") != std::string::npos;
+    EXPECT_TRUE(read == groups || (mayBeMore && read > groups))
         << testing::PrintToString(pattern) << ": " << read << " read, "
         << groups << " there";
-    if (groups == 0) continue;
+    // Where most is hidden, anything is accepted, and little is tested.
+    if (groups < 2 || scan.stoodAt < pattern.size() / 2) continue;
     ++withGroups;
     patterns.keep(pattern);
   }
-  std::cout << withGroups << " patterns with groups\n";
+  std::cout << withGroups << " patterns with several groups\n";
   EXPECT_GT(withGroups, kPatterns / 10);
 }
 

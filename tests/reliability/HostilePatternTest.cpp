@@ -2,12 +2,15 @@
 #include <sys/time.h>
 
 #include <algorithm>
+#include <array>
 #include <ctime>
 #include <iostream>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "PluginTest.h"
+#include "Seed.h"
 #include "SmallStack.h"
 
 namespace qor_test {
@@ -149,6 +152,28 @@ INSTANTIATE_TEST_SUITE_P(Patterns, LongScan,
                                          "(a*+)++y", "(*UTF8)a.*+y",
                                          "a{0,65535}y", "(?:a{0,9999}){0,99}y",
                                          "(?:[ab]{0,99}){0,99}x"));
+
+// ---- Groups that call themselves: a step takes longer the more calls are
+// under way, so that a number of steps is no bound for the time
+
+class DeepCalls : public HostilePattern,
+                  public testing::WithParamInterface<char const*> {};
+
+TEST_P(DeepCalls, FindNothingOrAreGivenUpOn) {
+  for (std::size_t const length :
+       {10U, 300U, 1000U, 2000U, 3000U, 4000U, 30000U, 100000U}) {
+    std::string const line = std::string(length, 'a') + "!\n";
+    ActionResult const result = execute(quoted(GetParam()), line);
+    EXPECT_TRUE(result.status == 0 || (result.status == -1 && length > 10))
+        << length;
+    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Patterns, DeepCalls,
+                         testing::Values("(a(?1)?)+$|y", "(a(?1)?b?)+$",
+                                         "(?:a(?R)?)+$|y", "(a|a(?1))+y?$",
+                                         "(?<n>a(?&n)?)+$", "(a\\g<1>?)*+$"));
 
 // ---- Long patterns
 
@@ -306,6 +331,54 @@ TEST_F(HostilePattern, IsRefusedWhenItsCallsTakeForEverToFollow) {
   }
 }
 
+// `begin`, and groups of which each calls the next one, in `open` and `close`.
+std::string copyingGroups(std::string const& begin, std::size_t count,
+                          std::string const& open, std::string const& close) {
+  std::string result = begin;
+  for (std::size_t i = 2; i <= count; ++i) {
+    result += '(' + open + "(?" + std::to_string(i) + ")" + close + ')';
+  }
+  return result + "(a?)";
+}
+
+// Copies of a call are followed one by one.
+TEST_F(HostilePattern, IsRefusedWhenItsCopiesTakeForEverToFollow) {
+  for (char const* begin : {"(?1)*", "(?<=(?1))", ""}) {
+    for (char const* copies : {"{99}", "{99,}", "{0,99}", "{3}{33}", "?{99}"}) {
+      for (std::size_t const groups : {6U, 7U, 9U}) {
+        EXPECT_EQ(-1, execute(quoted(copyingGroups(begin, groups, "(",
+                                                   std::string(")") + copies)),
+                              "a\n")
+                          .status)
+            << begin << copies << groups;
+        EXPECT_EQ(
+            -1, execute(quoted(copyingGroups(begin, groups, "", copies)), "a\n")
+                    .status)
+            << begin << copies << groups;
+      }
+    }
+  }
+}
+
+// The name R is a name like others.
+TEST_F(HostilePattern, IsRefusedWhatsoeverNamesItsGroupsHave) {
+  for (char const* name : {"R", "Q", "R1", "P"}) {
+    std::string const last = std::string("(?<") + name + ">";
+    std::string const call = std::string("(?&") + name + ")";
+    std::string pattern = "(?1)*";
+    for (int i = 2; i <= 16; ++i) {
+      std::string const next = "(?" + std::to_string(i) + ")";
+      pattern += '(' + next + next + ')';
+    }
+    pattern += '(' + call + call + ')' + last;
+    for (int i = 18; i <= 34; ++i) {
+      std::string const next = "(?" + std::to_string(i) + ")";
+      pattern += next + next + ")(";
+    }
+    EXPECT_EQ(-1, execute(quoted(pattern + "a?)"), "a\n").status) << name;
+  }
+}
+
 // Something else that is wrong with a pattern does not make the library follow
 // its calls before it is refused.
 TEST_F(HostilePattern, IsRefusedWhereMoreIsWrongWithIt) {
@@ -345,6 +418,71 @@ TEST_F(HostilePattern, IsRefusedWhereItHidesItsCalls) {
   EXPECT_EQ(
       -1,
       execute(quoted(callingGroups(40, std::string(170, '0'))), "a\n").status);
+}
+
+// Groups with calls of each other, copied and not.
+class RandomCalls {
+ public:
+  std::string next() {
+    constexpr std::array beginnings = {"", "", "(?1)*", "(?<=(?1))",
+                                       "(?<=\\1)"};
+    std::string pattern = oneOf(beginnings);
+    groups_ = below(8) + 1;
+    for (std::size_t group = 0; group < groups_; ++group) {
+      pattern += '(' + body(group) + ')' + repetition();
+    }
+    return below(4) == 0 ? "(?:" + pattern + ")*" : pattern;
+  }
+
+ private:
+  // Mostly with calls of later groups: those of earlier ones may never end, and
+  // are refused then.
+  std::string body(std::size_t group) {
+    std::string result = below(2) == 0 ? "a?" : "";
+    for (std::size_t calls = below(4); calls > 0; --calls) {
+      std::size_t const first = below(20) == 0 ? 0 : group + 1;
+      if (first >= groups_) break;
+      std::string const called =
+          std::to_string(first + below(groups_ - first) + 1);
+      std::string const call =
+          below(8) == 0 ? "\\g{" + called + '}' : "(?" + called + ')';
+      result += below(4) == 0 ? "(?:" + call + repetition() + ')' : call;
+      result += repetition();
+    }
+    return result + (below(2) == 0 ? "a" : "");
+  }
+
+  std::string repetition() {
+    constexpr std::array repetitions = {
+        "",     "",      "",       "*",    "?",     "{2}",  "{9}",
+        "{99}", "{0,3}", "{0,50}", "{3,}", "{1,9}", "?{7}", "{2}{0,4}"};
+    return oneOf(repetitions);
+  }
+
+  template <typename Texts>
+  std::string oneOf(Texts const& texts) {
+    return texts[below(texts.size())];
+  }
+
+  std::size_t below(std::size_t end) {
+    return std::uniform_int_distribution<std::size_t>(0, end - 1)(random_);
+  }
+
+  std::mt19937 random_{testSeed()};
+  std::size_t groups_ = 0;
+};
+
+// Each call is timed.
+TEST_F(HostilePattern, WithRandomCallsIsUsedOrRefused) {
+  RandomCalls patterns;
+  int used = 0;
+  int const count = isSlowRun() ? 300 : 5000;
+  for (int i = 0; i < count; ++i) {
+    std::string const pattern = patterns.next();
+    SCOPED_TRACE(pattern);
+    used += execute(quoted(pattern), "ab\n").status == 0 ? 1 : 0;
+  }
+  EXPECT_GT(used, count / 10);
 }
 
 }  // namespace

@@ -261,7 +261,10 @@ std::optional<bool> saidByPoco(std::string const& pattern) {
   runOnStackOf(kLargeStack, [&] {
     try {
       Poco::RegularExpression const expression(
-          pattern, Poco::RegularExpression::RE_NO_AUTO_CAPTURE, true);
+          pattern,
+          Poco::RegularExpression::RE_NO_AUTO_CAPTURE |
+              Poco::RegularExpression::RE_NEWLINE_LF,
+          true);
       std::string matched;
       expression.extract("ab", matched, 0);
       said = !matched.empty();
@@ -373,6 +376,101 @@ TEST_F(SmallStack, GivesTheSameAnswerToRandomPatternsOrNone) {
   }
   EXPECT_GT(used, patterns / 20);
 }
+
+// ---- Patterns that are nested by copies and by calls
+
+std::string number(std::size_t n) { return std::to_string(n); }
+
+// Groups of which each calls the next one from within `depth` groups.
+std::string callingChain(std::size_t groups, std::size_t depth) {
+  std::string result = "(?1)";
+  for (std::size_t i = 2; i <= groups; ++i) {
+    result += '(' + repeated("(?:", depth) + "(?" + number(i) + ")" +
+              repeated(")", depth) + ')';
+  }
+  return result + "(a)";
+}
+
+// Groups of which each refers to the text of the one before.
+std::string referringChain(std::size_t groups) {
+  std::string result = "(a?)";
+  for (std::size_t i = 1; i < groups; ++i) {
+    result += "(a?\\g{" + number(i) + "}?)";
+  }
+  return result + "\\g{" + number(groups) + '}';
+}
+
+struct GrowingPattern {
+  char const* name;
+  std::string (*make)(std::size_t size);
+};
+
+std::ostream& operator<<(std::ostream& out, GrowingPattern const& pattern) {
+  return out << pattern.name;
+}
+
+class SmallStackGrowing : public SmallStack,
+                          public testing::WithParamInterface<GrowingPattern> {
+ protected:
+  Answer askFor(std::size_t stack, std::size_t size) {
+    return ask(stack, kExecute, "filter \"" + GetParam().make(size) + '"',
+               "ab\n");
+  }
+};
+
+TEST_P(SmallStackGrowing, IsUsedOrRefused) {
+  for (std::size_t const size : {2U, 3U, 10U, 20U, 40U, 80U, 150U, 300U, 600U,
+                                 1500U, 2500U, 3600U, 4500U, 65535U}) {
+    Answer const expected = askFor(kLargeStack, size);
+    for (std::size_t const stack : kSmallStacks) {
+      compileAnotherPattern();
+      Answer const answer = askFor(stack, size);
+      EXPECT_TRUE(answer == expected || answer == kRefusal)
+          << size << ": " << answer;
+    }
+    EXPECT_TRUE(size > 3 || expected.status == 0) << size;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Patterns, SmallStackGrowing,
+    testing::Values(
+        GrowingPattern{
+            "(a?){0,N}",
+            [](std::size_t n) { return "(a?){0," + number(n) + '}'; }},
+        GrowingPattern{
+            "(a?){1,N}",
+            [](std::size_t n) { return "(a?){1," + number(n) + '}'; }},
+        GrowingPattern{"(a?) {0,N} with option x",
+                       [](std::size_t n) {
+                         return "(?x)(a?) (?#b)\\E{0," + number(n) + '}';
+                       }},
+        GrowingPattern{
+            "(?:\\b(a?)){0,N}",
+            [](std::size_t n) { return "(?:\\b(a?)){0," + number(n) + '}'; }},
+        GrowingPattern{"((a?){0,N}){0,N}",
+                       [](std::size_t n) {
+                         return "((a?){0," + number(n) + "}){0," + number(n) +
+                                '}';
+                       }},
+        GrowingPattern{
+            "(a?)(?1){0,N}",
+            [](std::size_t n) { return "(a?)(?1){0," + number(n) + '}'; }},
+        GrowingPattern{
+            "(?=a){0,N}",
+            [](std::size_t n) { return "a(?=b){0," + number(n) + '}'; }},
+        GrowingPattern{"calls from deep within",
+                       [](std::size_t n) { return callingChain(14, n); }},
+        GrowingPattern{
+            "calls from within, repeated",
+            [](std::size_t n) { return "(?:" + callingChain(12, n) + ")*"; }},
+        GrowingPattern{"a long chain of calls",
+                       [](std::size_t n) { return callingChain(n, 1); }},
+        GrowingPattern{"a long chain of references", referringChain},
+        GrowingPattern{"behind what is hard to read", [](std::size_t n) {
+                         return "(?xx)[ a]?" + repeated("\\c\\(", n) + 'a' +
+                                repeated(")", n) + "?|ab";
+                       }}));
 
 }  // namespace
 }  // namespace qor_test

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "PatternGroups.h"
 #include "PatternScan.h"
 
 namespace QorCliPipe {
@@ -16,18 +17,38 @@ constexpr std::size_t kLongestMark = 160;  // bytes
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isSign(char c) { return c == '+' || c == '-'; }
 
-// What a call names: "R", a number with or without a sign, or a name. Empty
-// where `rest` does not begin with a call.
-std::string_view calledBy(std::string_view rest) {
-  if (rest.substr(0, 3) == "\\g<" || rest.substr(0, 3) == "\\g'") {
-    char const close = rest[2] == '<' ? '>' : '\'';
-    return rest.substr(3, rest.find(close, 3) - 3);
+// The library refuses patterns long before.
+constexpr std::size_t kMostOpen = 16384;
+
+// What a call that is an escape names: \1, or \g or \k with a number or name
+// that may stand in brackets or quotes.
+std::string_view calledByEscape(std::string_view rest) {
+  constexpr std::string_view opening = "<'{";
+  constexpr std::string_view closing = ">'}";
+  if (rest.size() < 2) return {};
+  bool const isLetter = rest[1] == 'g' || rest[1] == 'k';
+  rest.remove_prefix(isLetter ? 2 : 1);
+  std::size_t const kind = opening.find_first_of(rest.substr(0, 1));
+  if (isLetter && kind != std::string_view::npos) {
+    return rest.substr(1, rest.find(closing[kind], 1) - 1);
   }
+  bool const hasSign = isLetter && !rest.empty() && isSign(rest[0]);
+  std::size_t digits = hasSign ? 1 : 0;
+  while (digits < rest.size() && isDigit(rest[digits])) ++digits;
+  return rest.substr(0, digits);
+}
+
+// What a call names: a number with or without a sign, or a name. Empty where
+// `rest` does not begin with a call.
+std::string_view calledBy(std::string_view rest) {
+  if (rest.substr(0, 1) == "\\") return calledByEscape(rest);
   if (rest.substr(0, 2) != "(?") return {};
   std::string_view const called = rest.substr(2, rest.find(')') - 2);
   if (called.substr(0, 1) == "&") return called.substr(1);
-  if (called.substr(0, 2) == "P>") return called.substr(2);
-  if (called == "R") return called;
+  if (called.substr(0, 2) == "P>" || called.substr(0, 2) == "P=") {
+    return called.substr(2);
+  }
+  if (called == "R") return "0";
   std::size_t const digits = !called.empty() && isSign(called[0]) ? 1 : 0;
   bool const isNumber = digits < called.size() && isDigit(called[digits]);
   return isNumber ? called : std::string_view{};
@@ -39,58 +60,84 @@ std::optional<std::string_view> nameOf(std::string_view rest) {
   if (rest.substr(0, 2) != "(?" || rest.size() <= begin) return std::nullopt;
   char const open = rest[begin - 1];
   if (open != '<' && open != '\'') return std::nullopt;
-  if (rest[begin] == '=' || rest[begin] == '!') return std::nullopt;
+  constexpr std::string_view looksBehind = "=!*";
+  if (looksBehind.find(rest[begin]) != std::string_view::npos) {
+    return std::nullopt;
+  }
   return rest.substr(begin, rest.find(open == '<' ? '>' : '\'', begin) - begin);
 }
 
 // Whether a group that begins with `rest` is an option that keeps plain groups
-// from having numbers, as some versions of the library have it.
-bool mayTakeNumbers(std::string_view rest) {
+// from having numbers, or begins with numbers in parentheses, as some versions
+// of the library have it.
+bool mayShiftNumbers(std::string_view rest) {
+  constexpr std::string_view options =
+      "^-abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  if (rest.substr(0, 4) == "(*sc") return true;
   if (rest.substr(0, 2) != "(?") return false;
-  std::string_view const options = rest.substr(2, rest.find_first_of(":)") - 2);
-  return options.find('n') != std::string_view::npos &&
-         options.find_first_not_of("imsxnrUJ^-") == std::string_view::npos;
+  std::string_view const set = rest.substr(2, rest.find_first_of(":)") - 2);
+  return set.find('n') != std::string_view::npos &&
+         set.find_first_not_of(options) == std::string_view::npos;
 }
 
 class Reader {
  public:
-  // Appends to the two, which are empty.
-  Reader(std::string_view pattern, std::vector<CallGraph::Extent>& groups,
-         std::vector<CallGraph::Call>& calls)
-      : pattern_(pattern), groups_(groups), calls_(calls) {}
+  explicit Reader(std::string_view pattern)
+      : pattern_(pattern), parts_(pattern) {}
 
-  // Returns the depth.
-  std::size_t read() {
-    groups_.push_back({0, pattern_.size()});
+  void read() {
     PatternScan scan(pattern_);
-    for (; !scan.atEnd() && !isAtStrayEnd(scan); scan.advance()) {
+    while (!scan.atEnd() && !isAtStrayEnd(scan) && open_.size() <= kMostOpen) {
+      isSure_ = scan.isSure();
       visit(scan.position());
+      scan.advance();
     }
-    isSure_ = isSure_ && scan.isSure();
-    bool const isRefused = scan.isRefused() || (isSure_ && !open_.empty());
-    if (isRefused) marked_.clear();
-    for (Marked const& call : marked_) {
-      std::optional<std::size_t> const group = groupOf(call);
-      if (group) calls_.push_back({call.position, *group});
-    }
-    return isSure_ ? depth_ : opened_;
+    parts_.finish();
+    isSure_ = scan.isSure();
+    if (scan.isRefused() || (isSure_ && !open_.empty())) marked_.clear();
+    isReadable_ = open_.size() <= kMostOpen &&
+                  (marked_.empty() ||
+                   (hasShortCalls_ && (isSure_ || !parts_.hasCopies())));
   }
 
   bool isReadable() const { return isReadable_; }
+
+  std::vector<CallGraph::Group> groups() const {
+    std::vector<CallGraph::Group> result{wholePattern()};
+    for (std::size_t const part : groups_) {
+      PatternGroups::Part const& group = parts_.parts()[part];
+      result.push_back({group.begin, group.end, group.length, group.allCopies,
+                        group.level, group.deepest - group.level});
+    }
+    result.resize(result.size() + unsure_.size(), wholePattern());
+    return result;
+  }
+
+  std::vector<CallGraph::Call> calls() {
+    std::vector<CallGraph::Call> result;
+    for (Marked const& call : marked_) {
+      PatternGroups::Part const& part = parts_.parts()[call.part];
+      std::optional<std::size_t> const group = groupOf(call);
+      if (!group) continue;
+      result.push_back({part.begin, *group, isSure_ ? part.allCopies : 1,
+                        isSure_ ? part.level + 1 + part.nested : levels()});
+    }
+    return result;
+  }
 
  private:
   static constexpr std::size_t kNoGroup = 0;
 
   // A call as it stands in the text.
   struct Marked {
-    std::size_t position;
+    std::size_t part;
     std::string_view called;
     std::size_t numbersBefore;
   };
 
   // A group, capturing or not, whose end is yet to be read.
   struct Open {
-    std::size_t group;  // index into groups_, or kNoGroup
+    std::size_t part;
     // Of a group such as (?|a|b), each alternative of which counts from the
     // same number on.
     bool countsAnew;
@@ -105,13 +152,13 @@ class Reader {
   }
 
   void visit(std::size_t i) {
+    parts_.visit(i);
     switch (pattern_[i]) {
       case '\\':
-        mark(i);
+        readCall(i);
         break;
       case '(':
-        mark(i);
-        open(i, pattern_.substr(i, kLongestMark));
+        open(i);
         break;
       case '|':
         countAnew();
@@ -124,41 +171,52 @@ class Reader {
     }
   }
 
-  void mark(std::size_t i) {
-    std::string_view const rest = pattern_.substr(i, kLongestMark);
-    std::string_view const called = calledBy(rest);
+  // A call such as \g<1>, if it is one.
+  void readCall(std::size_t i) {
+    std::string_view const called = calledBy(pattern_.substr(i, kLongestMark));
     if (called.empty()) return;
-    marked_.push_back({i, called, numbers_});
-    // The rest of a call that is cut off may say anything.
-    bool const isCutOff =
-        rest.size() == kLongestMark && called.end() == rest.end();
-    isReadable_ = isReadable_ && !isCutOff;
+    std::size_t const part = parts_.add(around(), i);
+    auto const end = static_cast<std::size_t>(called.end() - pattern_.begin());
+    parts_.end(part, std::min(end + 1, pattern_.size()));
+    mark(part, called);
   }
 
-  void open(std::size_t i, std::string_view rest) {
+  // The rest of a call that is cut off may say anything.
+  void mark(std::size_t part, std::string_view called) {
+    marked_.push_back({part, called, numbers_});
+    hasShortCalls_ = hasShortCalls_ && called.size() < kLongestMark - 4;
+  }
+
+  // The part that is around the next character.
+  std::size_t around() const { return open_.empty() ? 0 : open_.back().part; }
+
+  void open(std::size_t i) {
+    std::string_view const rest = pattern_.substr(i, kLongestMark);
     std::optional<std::string_view> const name = nameOf(rest);
-    bool const isCondition = i == lastOpen_ + 2 && pattern_[i - 1] == '?';
+    std::string_view const called = calledBy(rest);
+    bool const isCondition =
+        isSure_ && i == lastOpen_ + 2 && pattern_[i - 1] == '?';
     bool const isPlain =
         !isCondition && rest.substr(1, 1) != "?" && rest.substr(1, 1) != "*";
     lastOpen_ = i;
-    isSure_ = isSure_ && !mayTakeNumbers(rest);
-    std::size_t const group = isPlain || name ? addGroup(i) : kNoGroup;
-    if (name) addName(*name, group);
-    open_.push_back({group, rest.substr(0, 3) == "(?|", numbers_, numbers_});
-    ++opened_;
-    depth_ = std::max(depth_, open_.size());
+    areNumbersSure_ = areNumbersSure_ && !mayShiftNumbers(rest);
+    std::size_t const part = parts_.add(around(), i);
+    if (isPlain || name) addGroup(part);
+    if (name) addName(*name);
+    if (!called.empty()) mark(part, called);
+    open_.push_back({part, rest.substr(0, 3) == "(?|", numbers_, numbers_});
   }
 
-  std::size_t addGroup(std::size_t i) {
-    groups_.push_back({i, pattern_.size()});
+  void addGroup(std::size_t part) {
+    groups_.push_back(part);
     // A number that several groups have means the first.
-    if (++numbers_ == byNumber_.size()) byNumber_.push_back(groups_.size() - 1);
-    return groups_.size() - 1;
+    if (++numbers_ == byNumber_.size()) byNumber_.push_back(groups_.size());
   }
 
-  // Which group a name means that several have is left open.
-  void addName(std::string_view name, std::size_t group) {
-    auto const [found, isNew] = names_.emplace(name, group);
+  // Names the last group. Which one a name means that several have is left
+  // open.
+  void addName(std::string_view name) {
+    auto const [found, isNew] = names_.emplace(name, groups_.size());
     if (!isNew) found->second = kNoGroup;
   }
 
@@ -171,25 +229,38 @@ class Reader {
 
   void close(std::size_t i) {
     Open const& last = open_.back();
-    if (last.group != kNoGroup) groups_[last.group].end = i + 1;
+    parts_.end(last.part, i + 1);
     numbers_ = std::max(numbers_, last.mostNumbers);
     open_.pop_back();
+  }
+
+  // How deeply groups are nested in the whole pattern: all in all others, when
+  // it is not sure where they end.
+  std::size_t levels() const {
+    if (isSure_) return parts_.parts().front().deepest;
+    std::size_t result = 0;
+    for (PatternGroups::Part const& part : parts_.parts()) {
+      result += 1 + part.nested;
+    }
+    return result;
+  }
+
+  CallGraph::Group wholePattern() const {
+    return {0, pattern_.size(), parts_.parts().front().length, 1, 0, levels()};
   }
 
   // The group that the call leads to; nothing where there is none, which the
   // library refuses.
   std::optional<std::size_t> groupOf(Marked const& call) {
-    if (!isSure_) return anyGroup(call);
-    if (call.called == "R") return 0;
+    if (!isSure_ || !areNumbersSure_) return anyGroup(call);
     auto const named = names_.find(call.called);
     if (named == names_.end()) return numbered(call);
     return named->second != kNoGroup ? named->second : anyGroup(call);
   }
 
   std::size_t anyGroup(Marked const& call) {
-    auto const [found, isNew] = unsure_.emplace(call.called, groups_.size());
-    if (isNew) groups_.push_back({0, pattern_.size()});
-    return found->second;
+    std::size_t const next = groups_.size() + 1 + unsure_.size();
+    return unsure_.emplace(call.called, next).first->second;
   }
 
   std::optional<std::size_t> numbered(Marked const& call) const {
@@ -207,26 +278,29 @@ class Reader {
   }
 
   std::string_view pattern_;
-  std::vector<CallGraph::Extent>& groups_;
-  std::vector<CallGraph::Call>& calls_;
-  bool isSure_ = true;
+  PatternGroups parts_;
+  bool isSure_ = true;  // what is a group, and where it ends
+  bool areNumbersSure_ = true;
   bool isReadable_ = true;
+  bool hasShortCalls_ = true;
   std::vector<Open> open_;
-  std::size_t depth_ = 0;  // the largest size of open_
-  std::size_t opened_ = 0;
   std::size_t lastOpen_ = std::string_view::npos - 2;
+  std::vector<std::size_t> groups_;  // the capturing ones: parts
   std::vector<Marked> marked_;
-  std::size_t numbers_ = 0;               // the number of the last group
-  std::vector<std::size_t> byNumber_{0};  // indices into groups_
-  std::map<std::string_view, std::size_t> names_;   // likewise, or kNoGroup
+  std::size_t numbers_ = 0;  // the number of the last group
+  // The whole pattern is group 0, the first of groups_ is 1.
+  std::vector<std::size_t> byNumber_{0};
+  std::map<std::string_view, std::size_t> names_;   // or kNoGroup
   std::map<std::string_view, std::size_t> unsure_;  // by the text of the call
 };
 
 }  // namespace
 
 CallGraph::CallGraph(std::string_view pattern) {
-  Reader reader(pattern, groups_, calls_);
-  depth_ = reader.read();
+  Reader reader(pattern);
+  reader.read();
+  calls_ = reader.calls();
+  groups_ = reader.groups();
   isReadable_ = reader.isReadable();
 }
 

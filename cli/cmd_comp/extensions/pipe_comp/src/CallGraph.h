@@ -7,9 +7,11 @@
 
 namespace QorCliPipe {
 
-// The groups of a regular expression and the calls of groups in it. Takes
-// memory proportional to the pattern, and constant stack. Not changed once
-// made; any thread.
+// The groups of a regular expression that can be called, and the calls of
+// groups in it, as they are once the library has copied what is repeated, such
+// as (a){3}: a group that may occur up to three times is three groups then, and
+// those that need not occur are nested in each other. Takes memory proportional
+// to the pattern, and constant stack. Not changed once made; any thread.
 //
 // Which group a call means is read from the text of the pattern. Where that may
 // be misread, calls with the same text are taken to mean one group of their own
@@ -17,39 +19,41 @@ namespace QorCliPipe {
 // fewer.
 class CallGraph {
  public:
-  // A part of the pattern: `begin` to the character before `end`.
-  struct Extent {
-    std::size_t begin;
-    std::size_t end;
+  struct Group {
+    std::size_t begin;   // in the pattern
+    std::size_t end;     // behind its last character
+    std::size_t length;  // characters of one copy, with all copies in it
+    std::size_t copies;  // in the whole pattern
+    std::size_t level;   // how many groups are around it
+    std::size_t levels;  // how deeply groups are nested in it, with itself
   };
 
-  // A call of a group, such as (?1).
+  // A call of a group, such as (?1), or a reference to its text, such as \1:
+  // the library follows both.
   struct Call {
     std::size_t position;  // in the pattern
     std::size_t group;     // index into groups()
+    std::size_t copies;    // in the whole pattern
+    std::size_t level;     // how many groups are around it, with its own
   };
 
   explicit CallGraph(std::string_view pattern);
 
   // The whole pattern first.
-  std::vector<Extent> const& groups() const { return groups_; }
+  std::vector<Group> const& groups() const { return groups_; }
 
   // In the order of their positions. Where the library refuses a pattern before
   // it follows a call, because a group that is called is not there or the end
   // of a group or class is missing, such a call or all of them are left out.
   std::vector<Call> const& calls() const { return calls_; }
 
-  // Whether there is no call that is too long to be read. One that is leads to
-  // any group.
+  // Whether there is no call that is too long to be read, and none in a pattern
+  // with copies that may be misread. One that is leads to any group.
   bool isReadable() const { return isReadable_; }
 
-  // How many groups at most stand around a character of the pattern.
-  std::size_t depth() const { return depth_; }
-
  private:
-  std::vector<Extent> groups_;
+  std::vector<Group> groups_;
   std::vector<Call> calls_;
-  std::size_t depth_ = 0;
   bool isReadable_ = true;
 };
 

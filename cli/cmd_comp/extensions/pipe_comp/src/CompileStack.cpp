@@ -2,9 +2,6 @@
 
 #include <Poco/Exception.h>
 
-#include <cstddef>
-
-#include "PatternNesting.h"
 #include "StackLeft.h"
 
 namespace QorCliPipe {
@@ -17,10 +14,10 @@ constexpr std::size_t kCompileStackPerLevel = 1024;
 
 }  // namespace
 
-void checkCompileStack(std::string_view pattern) {
+void checkCompileStack(std::size_t levels) {
   std::size_t const left = stackLeft();
   if (left < kCompileStack ||
-      nestingBound(pattern) > (left - kCompileStack) / kCompileStackPerLevel) {
+      levels > (left - kCompileStack) / kCompileStackPerLevel) {
     throw Poco::RegularExpressionException("pattern too deeply nested");
   }
 }

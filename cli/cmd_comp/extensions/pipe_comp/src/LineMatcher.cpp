@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <ctime>
 
+#include "CompileDemand.h"
 #include "CompileStack.h"
-#include "GroupCalls.h"
 #include "PatternTraits.h"
 
 // A line is decided by the first of these ways that does not give up:
@@ -33,15 +33,19 @@ namespace {
 
 using Answer = JitExpression::Answer;
 
-// Steps that may be spent on one line, and on one beginning in it: where steps
-// cost as much as the line, so many bytes looked at instead.
+// Steps that may be spent on one line, and on one beginning in it.
 constexpr std::size_t kLineSteps = 50'000'000;
 constexpr std::uint32_t kStepsFromOneStart = 10'000'000;
-constexpr std::size_t kBytesFromOneStart = 1'000'000'000;
+
+// With how many steps one beginning is tried at first; where steps cost as much
+// as the line, so many bytes looked at instead.
+constexpr std::size_t kFirstSteps = 64 * 1024;
+constexpr std::size_t kFirstBytes = 10'000'000;
 constexpr std::size_t kMoreSteps = 4;  // times as many, when they were too few
 
 // Poco counts the repetitions of characters as steps, too: it looks at less of
-// the line within a step, by this factor.
+// the line within a step, by this factor. But where groups are called, a step
+// takes a time that grows with the calls that are under way.
 constexpr std::size_t kPocoAdvantage = 64;
 
 // Longer lines are long: work that grows with the square of shorter ones is
@@ -57,12 +61,14 @@ constexpr std::size_t kStartsPerLook = 16;
 // when it is compiled: that takes half a second.
 constexpr std::size_t kMostCallReach = 64 * 1024 * 1024;  // bytes
 
-std::string const& checked(std::string const& pattern) {
-  checkCompileStack(pattern);
-  if (callReach(pattern, kMostCallReach) == kMostCallReach) {
+// How deeply groups are nested in the pattern, which can be compiled here.
+std::size_t checkedLevels(std::string const& pattern) {
+  CompileDemand const demand = compileDemand(pattern, kMostCallReach);
+  if (demand.reach == kMostCallReach) {
     throw Poco::RegularExpressionException("too many calls of groups");
   }
-  return pattern;
+  checkCompileStack(demand.levels);
+  return demand.levels;
 }
 
 // Rounded down to a power of two, so that lines of similar length have the
@@ -119,9 +125,11 @@ Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
 }  // namespace
 
 LineMatcher::LineMatcher(std::string const& pattern, bool ignoreCase)
-    : pattern_(checked(pattern)),
+    : pattern_(pattern),
       ignoreCase_(ignoreCase),
+      levels_(checkedLevels(pattern)),
       longSteps_(stepsMayBeLong(pattern)),
+      callsGroups_(callsGroups(pattern)),
       independentStarts_(beginningsAreIndependent(pattern)),
       expression_(pattern, pocoOptions(ignoreCase), true) {
   if (machineCodeAgrees(pattern)) {
@@ -165,9 +173,10 @@ Answer LineMatcher::matchInMachineCode(std::string_view line) {
 }
 
 Answer LineMatcher::matchWithPoco(std::string_view line) {
-  if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits());
+  if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits(), levels_);
   poco_->setLine(line);
-  std::size_t const stepCost = line.size() / kPocoAdvantage;
+  std::size_t const stepCost =
+      callsGroups_ ? line.size() : line.size() / kPocoAdvantage;
   auto const atOnce = [&](std::uint32_t steps) { return poco_->search(steps); };
   if (jit_) {
     return isTooLongAtOnce(line) ? Answer::kUndecided
@@ -198,12 +207,13 @@ std::uint32_t LineMatcher::stepsFromEachStart(std::string_view line,
 
 // How many steps are tried at first from one beginning.
 std::size_t LineMatcher::stepsFromOneStart(std::size_t stepCost) const {
-  return longSteps_ ? kBytesFromOneStart / (stepCost + 1) : kStepsFromOneStart;
+  return longSteps_ ? std::min(kFirstSteps, kFirstBytes / (stepCost + 1))
+                    : kFirstSteps;
 }
 
 JitExpression const& LineMatcher::anchored() {
   if (!anchored_) {
-    checkCompileStack(pattern_);
+    checkCompileStack(levels_);
     anchored_.emplace(pattern_, ignoreCase_, JitExpression::Beginning::kHere);
   }
   return *anchored_;
@@ -211,7 +221,7 @@ JitExpression const& LineMatcher::anchored() {
 
 JitExpression::Traits const& LineMatcher::traits() {
   if (!traits_) {
-    checkCompileStack(pattern_);
+    checkCompileStack(levels_);
     traits_ = JitExpression::traits(pattern_, ignoreCase_);
   }
   return *traits_;

@@ -57,7 +57,9 @@ class LineMatcher {
 
   std::string pattern_;
   bool ignoreCase_;
+  std::size_t levels_;  // of groups, nested
   bool longSteps_;
+  bool callsGroups_;
   bool independentStarts_;
   Poco::RegularExpression expression_;
   // In machine code: the expression, unless Poco finds something else.

@@ -72,6 +72,12 @@ std::size_t firstInClass(std::string_view pattern, std::size_t i) {
   }
 }
 
+// Whether the first character in the class that begins at `i` is a blank.
+bool beginsWithBlank(std::string_view pattern, std::size_t i) {
+  std::size_t const first = firstInClass(pattern, i);
+  return beginsWith(pattern, first, " ") || beginsWith(pattern, first, "\t");
+}
+
 // The index behind the class that begins at `i`, or kRefused.
 std::size_t behindClass(std::string_view pattern, std::size_t i) {
   constexpr std::string_view beginOfWord = "[[:<:]]";
@@ -93,7 +99,8 @@ std::size_t behindClass(std::string_view pattern, std::size_t i) {
 }
 
 // The index behind the class of classes, such as (?[ [a-z] - [x] ]), that
-// begins at `i`, or kRefused.
+// begins at `i`, or kRefused; kHardToRead with a blank in front in one of them,
+// which is left out.
 std::size_t behindClasses(std::string_view pattern, std::size_t i) {
   i += std::string_view("(?[").size();
   while (i < pattern.size() && pattern[i] != ']') {
@@ -101,6 +108,7 @@ std::size_t behindClasses(std::string_view pattern, std::size_t i) {
       i = behindEscape(pattern, i);
     } else if (pattern[i] == '[') {
       std::size_t const behindName = behindBracket(pattern, i);
+      if (beginsWithBlank(pattern, i)) return kHardToRead;
       i = behindName != i + 1 ? behindName : behindClass(pattern, i);
     } else {
       ++i;
@@ -184,11 +192,8 @@ void PatternScan::advance() {
   char const c = pattern_[position_];
   if (c == '(') openGroup();
   if (c == ')') closeGroup();
-  if (c != '\\') {
-    ++position_;
-  } else {
-    position_ = isSure_ ? behindEscape(pattern_, position_) : position_ + 2;
-  }
+  bool const isEscape = isSure_ && c == '\\';
+  position_ = isEscape ? behindEscape(pattern_, position_) : position_ + 1;
   leaveOut();
 }
 
@@ -236,8 +241,10 @@ void PatternScan::leaveOut() {
 std::size_t PatternScan::behindHidden() const {
   switch (pattern_[position_]) {
     case '[':
-      return mayBeginWithBlank() ? kHardToRead
-                                 : behindClass(pattern_, position_);
+      // Some versions of the library leave out the blank.
+      return mayBeExtendedMore_ && beginsWithBlank(pattern_, position_)
+                 ? kHardToRead
+                 : behindClass(pattern_, position_);
     case '(':
       return behindMark(pattern_, position_);
     case '#':
@@ -245,14 +252,6 @@ std::size_t PatternScan::behindHidden() const {
     default:
       return position_;
   }
-}
-
-// Whether the class here has a blank in front, which some versions of the
-// library leave out where option x is given twice.
-bool PatternScan::mayBeginWithBlank() const {
-  std::size_t const first = firstInClass(pattern_, position_);
-  return mayBeExtendedMore_ && (beginsWith(pattern_, first, " ") ||
-                                beginsWith(pattern_, first, "\t"));
 }
 
 std::size_t PatternScan::behindComment() const {

@@ -13,8 +13,8 @@ namespace QorCliPipe {
 // one. Reads as the library does; a pattern that the library refuses may be
 // read in any way from the place on for which it does so.
 //
-// From a part on that is hard to read, or never ends, only escapes of two
-// characters are left out, and the scan is not sure any more.
+// From a part on that is hard to read, or never ends, nothing is left out, and
+// the scan is not sure any more.
 //
 // Takes time proportional to the pattern, memory proportional to the nesting of
 // its groups, and constant stack. Refers to the pattern. Used by one thread at
@@ -45,7 +45,6 @@ class PatternScan {
   void setOptions(std::string_view options);
   void leaveOut();
   std::size_t behindHidden() const;
-  bool mayBeginWithBlank() const;
   std::size_t behindComment() const;
 
   std::string_view pattern_;

@@ -17,13 +17,6 @@ bool hasAny(std::string_view pattern, Marks marks) {
   });
 }
 
-// Whether the pattern matches a group of its own, or all of itself, again.
-bool refersToGroups(std::string_view pattern) {
-  return hasAny(pattern,
-                {"(?R", "(?&", "(?P>", "\\g", "(?0", "(?1", "(?2", "(?3", "(?4",
-                 "(?5", "(?6", "(?7", "(?8", "(?9", "(?+", "(?-"});
-}
-
 // Whether a group that begins with `mark` may match more than a few characters:
 // it holds a repetition, or groups that may.
 bool hasLongGroup(std::string_view pattern, std::string_view mark) {
@@ -83,15 +76,21 @@ std::string_view withoutHarmlessOptions(std::string_view pattern) {
 
 }  // namespace
 
+bool callsGroups(std::string_view pattern) {
+  return hasAny(pattern,
+                {"(?R", "(?&", "(?P>", "\\g", "(?0", "(?1", "(?2", "(?3", "(?4",
+                 "(?5", "(?6", "(?7", "(?8", "(?9", "(?+", "(?-"});
+}
+
 bool machineCodeAgrees(std::string_view pattern) {
   return !hasAny(pattern, {"(*", ")?+", ")*+", ")++", "}+", "\\k", "(?P="}) &&
-         !refersToGroups(pattern) &&
+         !callsGroups(pattern) &&
          !(hasLongGroup(pattern, "(?>") && hasEmptyAlternative(pattern));
 }
 
 bool stepsMayBeLong(std::string_view pattern) {
   return pattern.size() > kLongPattern || repeatsCharacters(pattern) ||
-         refersToGroups(pattern) ||
+         callsGroups(pattern) ||
          hasAny(pattern, {"(?(", "?+", "*+", "++", "}+", "(*", "\\X"}) ||
          hasLongGroup(pattern, "(?>") || hasLongGroup(pattern, "(?=") ||
          hasLongGroup(pattern, "(?!") || hasLongGroup(pattern, "(?<=") ||

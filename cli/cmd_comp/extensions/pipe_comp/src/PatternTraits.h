@@ -20,6 +20,10 @@ bool machineCodeAgrees(std::string_view pattern);
 // groups, and in long patterns, as much as they are long.
 bool stepsMayBeLong(std::string_view pattern);
 
+// Whether the pattern matches a group of its own, or all of itself, again: the
+// library looks through all that is under way at each step then.
+bool callsGroups(std::string_view pattern);
+
 // Whether the first match in a line is the one at the first of all beginnings
 // at which there is one: not when the pattern says where to begin again, or
 // what a line's end is, or refers to the place where matching begins.

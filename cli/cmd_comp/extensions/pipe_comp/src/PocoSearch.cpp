@@ -45,12 +45,13 @@ int pocoOptions(bool ignoreCase) {
 }
 
 PocoSearch::PocoSearch(std::string const& pattern, bool ignoreCase,
-                       JitExpression::Traits const& traits)
+                       JitExpression::Traits const& traits, std::size_t levels)
     : pattern_(pattern),
       options_(pocoOptions(ignoreCase)),
-      isUtf8_(traits.isUtf8) {
+      isUtf8_(traits.isUtf8),
+      levels_(levels) {
   if (traits.groups <= kPocoGroups) return;
-  checkCompileStack(pattern);
+  checkCompileStack(levels);
   manyGroups_.emplace(pattern, ignoreCase);
 }
 
@@ -114,7 +115,7 @@ RegularExpression& PocoSearch::limited(std::uint32_t stepLimit) {
                             : "(*LIMIT_HEAP=" + std::to_string(kMatchMemory)) +
                        ")(*LIMIT_MATCH=" + std::to_string(stepLimit) + ")";
   if (!limited_ || limits != limits_) {
-    checkCompileStack(pattern_);
+    checkCompileStack(levels_);
     limited_.emplace(limits + pattern_, options_, true);
     limits_ = std::move(limits);
   }

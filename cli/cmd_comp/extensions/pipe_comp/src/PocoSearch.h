@@ -26,9 +26,10 @@ class PocoSearch {
  public:
   using Answer = JitExpression::Answer;
 
-  // `pattern` is one that Poco accepts, `traits` what the library says of it.
+  // `pattern` is one that Poco accepts, `traits` what the library says of it,
+  // `levels` how deeply its groups are nested.
   PocoSearch(std::string const& pattern, bool ignoreCase,
-             JitExpression::Traits const& traits);
+             JitExpression::Traits const& traits, std::size_t levels);
 
   // Takes a copy of the line that the other two look at, and a look at the
   // stack that is left to the caller of all three.
@@ -51,6 +52,7 @@ class PocoSearch {
   std::string pattern_;
   int options_;
   bool isUtf8_;
+  std::size_t levels_;
   std::optional<InterpretedExpression> manyGroups_;
   std::string line_;
   bool isLineChecked_ = false;

@@ -3,14 +3,20 @@
 #include <ostream>
 #include <string>
 
-#include "GroupCalls.h"
+#include "CompileDemand.h"
 
 namespace qor_test {
 namespace {
 
-using QorCliPipe::callReach;
+using QorCliPipe::compileDemand;
 
 constexpr std::size_t kNoLimit = 10'000'000;
+
+std::size_t callReach(std::string const& pattern, std::size_t limit) {
+  return compileDemand(pattern, limit).reach;
+}
+
+// ---- What is read when calls are followed
 
 // What is read: the pattern's length, that of each group a call leads to, and
 // what these lead to in turn; times one more than parentheses are nested, those
@@ -30,12 +36,12 @@ TEST_P(CallReach, CountsTheGroupsThatAreCalled) {
   EXPECT_EQ(GetParam().characters, callReach(GetParam().pattern, kNoLimit));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    WithoutCalls, CallReach,
-    testing::Values(Reach{"", 0}, Reach{"a", 0}, Reach{"(a)(b)\\1", 0},
-                    Reach{"(?-i)(?=a)(?!b)", 0}, Reach{"\\g{1}\\g1(a)", 0},
-                    Reach{"(?<n>a)\\k<n>(?P=n)", 0}, Reach{"\\(?1", 0},
-                    Reach{"[(?1)](a)", 0}, Reach{"\\Q(?1)\\E(a)", 0}));
+INSTANTIATE_TEST_SUITE_P(WithoutCalls, CallReach,
+                         testing::Values(Reach{"", 0}, Reach{"a", 0},
+                                         Reach{"(?-i)(?=a)(?!b)", 0},
+                                         Reach{"\\(?1", 0},
+                                         Reach{"[(?1)](a)", 0},
+                                         Reach{"\\Q(?1)\\E(a)", 0}));
 
 // Groups of different lengths, so that it shows which one is called.
 INSTANTIATE_TEST_SUITE_P(
@@ -83,6 +89,32 @@ INSTANTIATE_TEST_SUITE_P(HiddenTexts, CallReach,
                                                (15 + 3) * 2},
                                          Reach{"(?#(?1))(b)", 0}));
 
+// References to the text of a group are followed like calls.
+INSTANTIATE_TEST_SUITE_P(
+    References, CallReach,
+    testing::Values(Reach{"(aa)(b)\\1", (9 + 4) * 2},
+                    Reach{"(aa)(b)\\g1", (10 + 4) * 2},
+                    Reach{"(aa)(b)\\g{-1}", (13 + 3) * 2},
+                    Reach{"(aa)(b)\\g-2", (11 + 4) * 2},
+                    Reach{"(?<n>aa)\\k<n>", (13 + 8) * 2},
+                    Reach{"(?<n>aa)\\k'n'", (13 + 8) * 2},
+                    Reach{"(?<n>aa)\\k{n}", (13 + 8) * 2},
+                    Reach{"(?<n>aa)\\g{n}", (13 + 8) * 2},
+                    Reach{"(?<n>aa)(?P=n)", (14 + 8) * 2},
+                    Reach{"(?<R>aa)(?&R)", (13 + 8) * 2},
+                    Reach{"(?<R>aa)\\g<R>(?R)", (17 + 8) * 2},
+                    Reach{"(a)\\2\\g\\k\\g-", 0}, Reach{"(a)\\g{9}", 0}));
+
+// Each copy is read, and the calls in it followed.
+INSTANTIATE_TEST_SUITE_P(
+    Copies, CallReach,
+    testing::Values(Reach{"(aa)(?1){5}", (11 + 4 * 4 + 5 * 4) * 2},
+                    Reach{"(aa)((?1)b){5}", (14 + 4 * 7 + 5 * 4) * 3},
+                    Reach{"(aa)((?1){2}){3,5}", (18 + 4 + 4 * 13 + 10 * 4) * 5},
+                    Reach{"(?2)((aa){7})((?1)){2}",
+                          (22 + 6 * 4 + 6 + 4 + 2 * (9 + 6 * 4)) * 3},
+                    Reach{"(aa){9}(?1)", (11 + 8 * 4 + 4) * 2}));
+
 // Each alternative counts from the same number on.
 INSTANTIATE_TEST_SUITE_P(
     SharedNumbers, CallReach,
@@ -122,10 +154,10 @@ INSTANTIATE_TEST_SUITE_P(StrayEnds, CallReach,
 // Where the text may be misread, a call stands for the whole pattern, and for
 // the other calls in it.
 INSTANTIATE_TEST_SUITE_P(Unsure, CallReach,
-                         testing::Values(Reach{"(?xx)(a)(?1)[ ]", 15 * 2 * 4},
-                                         Reach{"(?n)(a)(b)(?1)", 14 * 2 * 5},
+                         testing::Values(Reach{"(?xx)(a)(?1)[ ]", 15 * 2 * 5},
+                                         Reach{"(?n)(a)(b)(?1)", 14 * 2 * 2},
                                          Reach{"(?xx)(a)(?1)(?2)[ ]",
-                                               19 * 5 * 5}));
+                                               19 * 5 * 6}));
 
 // A call that does not end within a reasonable length may lead anywhere; what
 // is open at the pattern's end is no call.
@@ -158,6 +190,79 @@ TEST(CallReach, OfManyCallsOfOneGroupGrowsWithTheirNumber) {
   for (int call = 0; call < 1000; ++call) pattern += "(?1)";
   EXPECT_EQ((pattern.size() + 3000) * 2, callReach(pattern, kNoLimit));
 }
+
+// ---- How deeply groups are nested
+
+struct Nesting {
+  char const* pattern;
+  std::size_t bound;
+};
+
+std::ostream& operator<<(std::ostream& out, Nesting const& nesting) {
+  return out << nesting.pattern;
+}
+
+class NestingBound : public testing::TestWithParam<Nesting> {};
+
+TEST_P(NestingBound, IsThatOfThePattern) {
+  EXPECT_EQ(GetParam().bound,
+            compileDemand(GetParam().pattern, kNoLimit).levels);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Groups, NestingBound,
+    testing::Values(Nesting{"", 0}, Nesting{"a", 0}, Nesting{"(a)", 1},
+                    Nesting{"(a)(b)", 1}, Nesting{"((a)(b))", 2},
+                    Nesting{"(?:(?=(a)))", 3}, Nesting{"(((", 3},
+                    Nesting{")))", 0}, Nesting{"))((", 0}));
+
+INSTANTIATE_TEST_SUITE_P(
+    NoGroups, NestingBound,
+    testing::Values(Nesting{"\\(\\(", 0}, Nesting{"[((]", 0},
+                    Nesting{"[](]", 0}, Nesting{"[^](]", 0},
+                    Nesting{"[\\](]", 0}, Nesting{"[[:alpha:](]", 0},
+                    Nesting{"\\Q((\\E", 0}, Nesting{"\\Q((", 0},
+                    Nesting{"\\c((", 1}, Nesting{"\\", 0},
+                    Nesting{"(?#[)((]a))", 2}, Nesting{"(*:[)((]a))", 2},
+                    Nesting{"(?#\\Q)((a))", 2}, Nesting{"(a)(b)#", 1},
+                    Nesting{"[\\Q]\\E](a)(b)", 1}));
+
+// A ")" that may close no group is not taken to close one.
+INSTANTIATE_TEST_SUITE_P(HardToRead, NestingBound,
+                         testing::Values(Nesting{"(?C'(')((a))", 2},
+                                         Nesting{"(?[(])(a)", 1},
+                                         Nesting{"(*UTF8)(a)(b)", 1},
+                                         Nesting{"[(", 2}, Nesting{"[[(", 2},
+                                         Nesting{"[[:a(", 2}));
+
+// A call stands for the group, a call in that for the next, and counts itself.
+INSTANTIATE_TEST_SUITE_P(
+    Calls, NestingBound,
+    testing::Values(Nesting{"(a)(?1)", 2}, Nesting{"(a)\\1", 2},
+                    Nesting{"(a)\\g1\\g{1}\\g{-1}", 2},
+                    Nesting{"(?R)?(?R)?", 1}, Nesting{"((a))(?1)", 3},
+                    Nesting{"(?<n>a)(?&n)(?P>n)", 2},
+                    Nesting{"(a)(?:(?:(?1)))", 4},
+                    Nesting{"(?1)((?:(?2)))((?:(?3)))(a)", 8},
+                    Nesting{"(a)(b\\1)(c\\2)", 5}, Nesting{"(a(?1)?)", 4},
+                    Nesting{"((?2))((?1))", 6}));
+
+// Copies that need not be there are nested.
+INSTANTIATE_TEST_SUITE_P(
+    Copies, NestingBound,
+    testing::Values(Nesting{"(a){3}", 1}, Nesting{"(a){3,}", 1},
+                    Nesting{"(a){0,3}", 4}, Nesting{"(a){1,3}", 3},
+                    Nesting{"(a){,3}", 4}, Nesting{"(a){ 0 , 3 }", 4},
+                    Nesting{"((a){0,3}){0,2}", 7}, Nesting{"(a{0,3})", 1},
+                    Nesting{"(a)b{0,3}", 1}, Nesting{"(a)*{0,3}", 4},
+                    Nesting{"(a)\\E{0,3}", 4}, Nesting{"(a)\\Q\\E{0,3}", 4},
+                    Nesting{"(a)\\Qb\\E{0,3}", 1}, Nesting{"(a)(?#b){0,3}", 4},
+                    Nesting{"(?x)(a) #b\n {0,3}", 4},
+                    Nesting{"(a)(?1){0,3}", 5}, Nesting{"(a)\\g<1>{0,3}", 5},
+                    Nesting{"(a)\\{0,3}", 1}, Nesting{"(a){0,3", 1},
+                    Nesting{"(a){0,2}{0,3}", 6},
+                    Nesting{"(a){0,99999999999999999999}", 65537},
+                    Nesting{"(?:(b)\\1){0,3}", 6}));
 
 }  // namespace
 }  // namespace qor_test
