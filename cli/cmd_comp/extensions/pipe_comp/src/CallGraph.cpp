@@ -171,13 +171,17 @@ class Reader {
     }
   }
 
-  // A call such as \g<1>, if it is one.
+  // A call such as \g<1>, or a reference such as \1, which is not copied, if it
+  // is one.
   void readCall(std::size_t i) {
-    std::string_view const called = calledBy(pattern_.substr(i, kLongestMark));
+    std::string_view const rest = pattern_.substr(i, kLongestMark);
+    std::string_view const called = calledBy(rest);
     if (called.empty()) return;
     std::size_t const part = parts_.add(around(), i);
     auto const end = static_cast<std::size_t>(called.end() - pattern_.begin());
-    parts_.end(part, std::min(end + 1, pattern_.size()));
+    bool const isCall =
+        rest.substr(0, 3) == "\\g<" || rest.substr(0, 3) == "\\g'";
+    if (isCall) parts_.end(part, std::min(end + 1, pattern_.size()));
     mark(part, called);
   }
 

@@ -36,6 +36,10 @@ class JitExpression {
   // code; it takes memory for that otherwise.
   static bool const kMatchesOnStack;
 
+  // Whether the library takes {,3} and { 1, 3 } for repetitions; it takes them
+  // for plain texts otherwise.
+  static bool const kHasLooseRepetitions;
+
   // What the library says of a pattern.
   struct Traits {
     std::size_t groups;  // capturing ones

@@ -33,6 +33,7 @@ bool hasOneBeginning(Pattern const& pattern) {
 }  // namespace
 
 bool const JitExpression::kMatchesOnStack = true;
+bool const JitExpression::kHasLooseRepetitions = false;
 
 struct JitExpression::Code {
   Pattern pattern;

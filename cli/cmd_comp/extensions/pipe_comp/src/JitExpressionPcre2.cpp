@@ -39,6 +39,7 @@ bool hasOneBeginning(Pattern const& pattern) {
 }  // namespace
 
 bool const JitExpression::kMatchesOnStack = false;
+bool const JitExpression::kHasLooseRepetitions = PCRE2_MINOR >= 43;
 
 struct JitExpression::Code {
   Pattern pattern;

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <optional>
 
+#include "JitExpression.h"
+
 namespace QorCliPipe {
 namespace {
 
@@ -23,8 +25,9 @@ std::size_t product(std::size_t a, std::size_t b, std::size_t most) {
   return a > most / std::max<std::size_t>(b, 1) ? most : a * b;
 }
 
-// Goes on behind the blanks at `i`.
+// Goes on behind the blanks at `i`, where a repetition may have some.
 void skipBlanks(std::string_view pattern, std::size_t& i) {
+  if (!JitExpression::kHasLooseRepetitions) return;
   i = std::min(pattern.find_first_not_of(" \t", i), pattern.size());
 }
 
@@ -41,12 +44,11 @@ std::optional<std::size_t> takeNumber(std::string_view pattern,
 }
 
 // The repetition such as {2}, {2,} or {2,3} that begins at `i`, if one does.
-// Blanks in it, and a first number that is left out, are of some versions of
-// the library only.
 std::optional<Repetition> repetitionAt(std::string_view pattern,
                                        std::size_t i) {
   skipBlanks(pattern, ++i);
   std::optional<std::size_t> const least = takeNumber(pattern, i);
+  if (!least && !JitExpression::kHasLooseRepetitions) return std::nullopt;
   std::optional<std::size_t> most = least;
   skipBlanks(pattern, i);
   if (pattern.substr(i, 1) == ",") {
@@ -80,9 +82,14 @@ std::size_t PatternGroups::add(std::size_t parent, std::size_t begin) {
   return parts_.size() - 1;
 }
 
+// The library does not copy what looks around.
 void PatternGroups::end(std::size_t part, std::size_t end) {
   parts_[part].end = end;
-  last_ = part;
+  std::string_view const kind = pattern_.substr(parts_[part].begin, 4);
+  bool const looksAhead =
+      kind.substr(0, 3) == "(?=" || kind.substr(0, 3) == "(?!";
+  bool const looksBehind = kind == "(?<=" || kind == "(?<!";
+  last_ = looksAhead || looksBehind ? 0 : part;
   behind_ = end;
 }
 
