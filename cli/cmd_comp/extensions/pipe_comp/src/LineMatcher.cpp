@@ -88,12 +88,12 @@ double processorSeconds() {
 
 // attempt(steps) looks for a match: with more steps when they were too few, as
 // long as the time that the last ones took says that there is time for more
-// before `end`.
+// before `end`. `steps` are what it begins with, and afterwards what it took.
 //
 // The first attempt is not timed, for most need no more; for those that do, it
 // is made again.
 template <typename Attempt>
-Answer tryWithMore(std::size_t steps, double end, Attempt attempt) {
+Answer tryWithMore(std::size_t& steps, double end, Attempt attempt) {
   Answer answer = attempt(roundedSteps(steps));
   double begin = 0;
   while (answer == Answer::kUndecided && steps < kStepsFromOneStart) {
@@ -107,13 +107,16 @@ Answer tryWithMore(std::size_t steps, double end, Attempt attempt) {
   return answer;
 }
 
-// attempt(start, steps) looks for a match from `start`.
+// attempt(start, steps) looks for a match from `start`. Where one beginning
+// took more steps, the next ones are tried with as many, looking at the clock
+// each time.
 template <typename Attempt>
 Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
+  std::size_t const few = steps;
   double now = processorSeconds();
   double const end = now + kLineTime;
   for (std::size_t start = 0; start < starts; ++start) {
-    if (start % kStartsPerLook == 0) now = processorSeconds();
+    if (steps != few || start % kStartsPerLook == 0) now = processorSeconds();
     if (now > end) return Answer::kUndecided;
     Answer const answer = tryWithMore(
         steps, end, [&](std::uint32_t more) { return attempt(start, more); });
@@ -160,7 +163,8 @@ Answer LineMatcher::decide(std::string_view line, std::size_t stepCost,
     return tryStarts(starts(line), stepsFromOneStart(stepCost), from);
   }
   if (tooLong) return Answer::kUndecided;
-  return tryWithMore(steps, processorSeconds() + kLineTime, atOnce);
+  std::size_t moreSteps = steps;
+  return tryWithMore(moreSteps, processorSeconds() + kLineTime, atOnce);
 }
 
 Answer LineMatcher::matchInMachineCode(std::string_view line) {
