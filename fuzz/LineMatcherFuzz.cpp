@@ -19,8 +19,8 @@ namespace {
 constexpr std::size_t kLongestPattern = 60;  // bytes
 constexpr std::size_t kLongestLine = 200;
 
-// What is read when calls are followed: compiling takes some milliseconds then.
-constexpr std::size_t kMostReach = 1024 * 1024;
+// What is read when calls are followed: compiling takes a millisecond at most.
+constexpr std::size_t kMostReach = 64 * 1024;
 
 // Within so many steps a line is decided soon.
 constexpr char const* kLimit = "(*LIMIT_MATCH=50000)";
