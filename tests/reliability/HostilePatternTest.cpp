@@ -379,6 +379,37 @@ TEST_F(HostilePattern, IsRefusedWhatsoeverNamesItsGroupsHave) {
   }
 }
 
+// What is looked up, or folded, one by one.
+TEST_F(HostilePattern, IsRefusedWhereMuchIsLookedUp) {
+  std::string names;
+  for (int i = 0; i < 9999; ++i) names += "(?<n" + std::to_string(i) + ">)";
+  EXPECT_EQ(
+      -1, execute(quoted(names + repeated("(?&n9998)", 100000)), "a\n").status);
+  EXPECT_EQ(
+      -1, execute(quoted(repeated("(?1)(?2)", 10900) + "()()"), "a\n").status);
+  EXPECT_EQ(-1, execute("filter -i \"(*UTF8)[" +
+                            repeated("\\x{100}-\\x{10ffff}", 3000) + "]\"",
+                        "a\n")
+                    .status);
+}
+
+// Many groups make each step take longer.
+TEST_F(HostilePattern, OfManyGroupsEndsInTime) {
+  for (std::string const& pattern :
+       {repeated("()", 5000) + "(?:(?1)|){30}[xy]",
+        "(*UTF8)(?:x" + repeated("()", 7900) + ")?(?:|){40}()[yz]"}) {
+    EXPECT_TRUE(execute(quoted(pattern), "aaaa\n").status <= 0);
+    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  }
+}
+
+// A bounded text in quotes.
+TEST_F(HostilePattern, IsUsedWhereReferencesAreManyTimesRepeated) {
+  EXPECT_EQ(
+      0, execute(quoted("(['`])(?:(?!\\1).){0,2000}\\1"), "x'abc'\n").status);
+  EXPECT_EQ(Texts{"x'abc'\n"}, textsOf(session.outputs));
+}
+
 // Something else that is wrong with a pattern does not make the library follow
 // its calls before it is refused.
 TEST_F(HostilePattern, IsRefusedWhereMoreIsWrongWithIt) {

@@ -467,6 +467,29 @@ INSTANTIATE_TEST_SUITE_P(
         GrowingPattern{"a long chain of calls",
                        [](std::size_t n) { return callingChain(n, 1); }},
         GrowingPattern{"a long chain of references", referringChain},
+        GrowingPattern{
+            "a?b?a?b?",
+            [](std::size_t n) { return repeated("a?b?", n) + "cdefgh|ab"; }},
+        GrowingPattern{"a?+b?+ from within",
+                       [](std::size_t n) {
+                         return "(?:(?:(?:" + repeated("a?+b?+", n) +
+                                "cdefgh)))|ab";
+                       }},
+        GrowingPattern{
+            "[ab]?c?",
+            [](std::size_t n) { return repeated("[ab]?c?", n) + "defgh|ab"; }},
+        GrowingPattern{"(b|)",
+                       [](std::size_t n) { return repeated("(b|)", n) + 'b'; }},
+        GrowingPattern{"(?:a?b?){N}",
+                       [](std::size_t n) {
+                         return "(?:a?b?){" + number(n) + "}cdefgh|ab";
+                       }},
+        GrowingPattern{
+            "a*(b)?(b)?",
+            [](std::size_t n) { return "a*" + repeated("(b)?", n) + "x|ab"; }},
+        GrowingPattern{
+            "a*(|b)(|b)",
+            [](std::size_t n) { return "a*" + repeated("(|b)", n) + "x|ab"; }},
         GrowingPattern{"behind what is hard to read", [](std::size_t n) {
                          return "(?xx)[ a]?" + repeated("\\c\\(", n) + 'a' +
                                 repeated(")", n) + "?|ab";

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "PatternGroups.h"
 #include "PatternScan.h"
@@ -20,8 +21,8 @@ bool isSign(char c) { return c == '+' || c == '-'; }
 // The library refuses patterns long before.
 constexpr std::size_t kMostOpen = 16384;
 
-// What a call that is an escape names: \1, or \g or \k with a number or name
-// that may stand in brackets or quotes.
+// What a call or reference that is an escape names: \1, or \g or \k with a
+// number or name that may stand in brackets or quotes.
 std::string_view calledByEscape(std::string_view rest) {
   constexpr std::string_view opening = "<'{";
   constexpr std::string_view closing = ">'}";
@@ -38,8 +39,8 @@ std::string_view calledByEscape(std::string_view rest) {
   return rest.substr(0, digits);
 }
 
-// What a call names: a number with or without a sign, or a name. Empty where
-// `rest` does not begin with a call.
+// What a call or reference names: a number with or without a sign, or a name.
+// Empty where `rest` does not begin with one.
 std::string_view calledBy(std::string_view rest) {
   if (rest.substr(0, 1) == "\\") return calledByEscape(rest);
   if (rest.substr(0, 2) != "(?") return {};
@@ -52,6 +53,13 @@ std::string_view calledBy(std::string_view rest) {
   std::size_t const digits = !called.empty() && isSign(called[0]) ? 1 : 0;
   bool const isNumber = digits < called.size() && isDigit(called[digits]);
   return isNumber ? called : std::string_view{};
+}
+
+// Whether a call or reference that begins with `rest` is a reference.
+bool isReference(std::string_view rest) {
+  return rest.substr(0, 4) == "(?P=" ||
+         (rest[0] == '\\' && rest.substr(0, 3) != "\\g<" &&
+          rest.substr(0, 3) != "\\g'");
 }
 
 // The name that a group which begins with `rest` gives itself.
@@ -102,6 +110,14 @@ class Reader {
 
   bool isReadable() const { return isReadable_; }
 
+  std::size_t references() const { return referred_.size(); }
+
+  std::size_t choices() const {
+    return parts_.hasCopies() ? parts_.parts().front().length : choices_;
+  }
+
+  std::size_t lookups() const { return lookups_; }
+
   std::vector<CallGraph::Group> groups() const {
     std::vector<CallGraph::Group> result{wholePattern()};
     for (std::size_t const part : groups_) {
@@ -118,7 +134,11 @@ class Reader {
     for (Marked const& call : marked_) {
       PatternGroups::Part const& part = parts_.parts()[call.part];
       std::optional<std::size_t> const group = groupOf(call);
+      lookups_ += names_.size();
       if (!group) continue;
+      bool const isAhead = *group > groups_.size() ||
+                           (*group > 0 && groups_[*group - 1] > call.part);
+      if (isAhead) lookups_ += pattern_.size();
       result.push_back({part.begin, *group, isSure_ ? part.allCopies : 1,
                         isSure_ ? part.level + 1 + part.nested : levels()});
     }
@@ -155,13 +175,20 @@ class Reader {
     parts_.visit(i);
     switch (pattern_[i]) {
       case '\\':
-        readCall(i);
+        readEscape(i);
         break;
       case '(':
         open(i);
         break;
       case '|':
+        ++choices_;
         countAnew();
+        break;
+      case '?':
+      case '*':
+      case '+':
+      case '{':
+        ++choices_;
         break;
       case ')':
         if (!open_.empty()) close(i);
@@ -171,17 +198,18 @@ class Reader {
     }
   }
 
-  // A call such as \g<1>, or a reference such as \1, which is not copied, if it
-  // is one.
-  void readCall(std::size_t i) {
+  // A call such as \g<1>, or a reference such as \1, if it is one.
+  void readEscape(std::size_t i) {
     std::string_view const rest = pattern_.substr(i, kLongestMark);
     std::string_view const called = calledBy(rest);
     if (called.empty()) return;
+    if (isReference(rest)) {
+      referred_.insert(called);
+      return;
+    }
     std::size_t const part = parts_.add(around(), i);
     auto const end = static_cast<std::size_t>(called.end() - pattern_.begin());
-    bool const isCall =
-        rest.substr(0, 3) == "\\g<" || rest.substr(0, 3) == "\\g'";
-    if (isCall) parts_.end(part, std::min(end + 1, pattern_.size()));
+    parts_.end(part, std::min(end + 1, pattern_.size()));
     mark(part, called);
   }
 
@@ -207,7 +235,11 @@ class Reader {
     std::size_t const part = parts_.add(around(), i);
     if (isPlain || name) addGroup(part);
     if (name) addName(*name);
-    if (!called.empty()) mark(part, called);
+    if (!called.empty() && isReference(rest)) {
+      referred_.insert(called);
+    } else if (!called.empty()) {
+      mark(part, called);
+    }
     open_.push_back({part, rest.substr(0, 3) == "(?|", numbers_, numbers_});
   }
 
@@ -291,6 +323,9 @@ class Reader {
   std::size_t lastOpen_ = std::string_view::npos - 2;
   std::vector<std::size_t> groups_;  // the capturing ones: parts
   std::vector<Marked> marked_;
+  std::set<std::string_view> referred_;
+  std::size_t choices_ = 0;
+  std::size_t lookups_ = 0;
   std::size_t numbers_ = 0;  // the number of the last group
   // The whole pattern is group 0, the first of groups_ is 1.
   std::vector<std::size_t> byNumber_{0};
@@ -305,6 +340,9 @@ CallGraph::CallGraph(std::string_view pattern) {
   reader.read();
   calls_ = reader.calls();
   groups_ = reader.groups();
+  references_ = reader.references();
+  choices_ = reader.choices();
+  lookups_ = reader.lookups();
   isReadable_ = reader.isReadable();
 }
 

@@ -47,6 +47,16 @@ class CallGraph {
   // of a group or class is missing, such a call or all of them are left out.
   std::vector<Call> const& calls() const { return calls_; }
 
+  // How many different texts of groups are referred to, as by \1.
+  std::size_t references() const { return references_; }
+
+  // Repetitions and alternatives, in all copies at most.
+  std::size_t choices() const { return choices_; }
+
+  // What is gone through to find the groups that are called: names, and the
+  // pattern for a group that follows.
+  std::size_t lookups() const { return lookups_; }
+
   // Whether there is no call that is too long to be read, and none in a pattern
   // with copies that may be misread. One that is leads to any group.
   bool isReadable() const { return isReadable_; }
@@ -54,6 +64,9 @@ class CallGraph {
  private:
   std::vector<Group> groups_;
   std::vector<Call> calls_;
+  std::size_t references_ = 0;
+  std::size_t choices_ = 0;
+  std::size_t lookups_ = 0;
   bool isReadable_ = true;
 };
 

@@ -8,6 +8,9 @@
 namespace QorCliPipe {
 namespace {
 
+// The library follows no more of them.
+constexpr std::size_t kMostReferences = 1000;
+
 // The calls in a group: indices into those of the graph.
 struct CallsOfGroup {
   std::size_t begin;
@@ -26,11 +29,13 @@ class Walk {
     }
   }
 
-  CompileDemand demand(std::size_t limit) {
+  void go(std::size_t limit) {
     enter(0, 0);
     while (!way_.empty() && read_ < limit) step();
-    return {std::min(read_, limit), levels_};
   }
+
+  std::size_t read() const { return read_; }
+  std::size_t levels() const { return levels_; }
 
  private:
   // A group that was entered, and the next of its calls to be followed.
@@ -89,12 +94,16 @@ class Walk {
 CompileDemand compileDemand(std::string_view pattern, std::size_t reachLimit) {
   CallGraph const graph(pattern);
   std::size_t const levels = graph.groups().front().levels;
-  if (!graph.isReadable()) return {reachLimit, levels};
-  if (graph.calls().empty()) return {0, levels};
+  std::size_t const byReferences =
+      std::min(graph.references(), kMostReferences) * levels;
+  if (!graph.isReadable()) return {reachLimit, levels, graph.choices()};
+  if (graph.calls().empty()) return {0, levels + byReferences, graph.choices()};
   std::size_t const times = levels + 1;
-  CompileDemand demand = Walk(graph).demand(reachLimit / times + 1);
-  demand.reach = std::min(demand.reach * times, reachLimit);
-  return demand;
+  Walk walk(graph);
+  walk.go(reachLimit / times + 1);
+  std::size_t const reach = std::max(walk.read() * times, graph.lookups());
+  return {std::min(reach, reachLimit), walk.levels() + byReferences,
+          graph.choices()};
 }
 
 }  // namespace QorCliPipe

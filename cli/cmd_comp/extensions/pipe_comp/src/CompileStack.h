@@ -1,15 +1,18 @@
 #ifndef QOR_CLI_COMPILE_STACK_H
 #define QOR_CLI_COMPILE_STACK_H
 
-#include <cstddef>
+#include "CompileDemand.h"
 
 namespace QorCliPipe {
 
 // To be called before a regular expression is compiled, each time, for the
-// stack may be another one. `levels` is how deeply its groups are nested.
-// Throws Poco::RegularExpressionException when that is more than the stack that
-// is left can take. Any thread.
-void checkCompileStack(std::size_t levels);
+// stack may be another one. Throws Poco::RegularExpressionException when
+// compiling may take more of it than is left. Any thread.
+void checkCompileStack(CompileDemand const& demand);
+
+// Whether the stack that is left can take it when machine code is made of the
+// expression. Any thread.
+bool hasStackForMachineCode(CompileDemand const& demand);
 
 }  // namespace QorCliPipe
 

@@ -36,9 +36,12 @@ class JitExpression {
   // code; it takes memory for that otherwise.
   static bool const kMatchesOnStack;
 
-  // Whether the library takes {,3} and { 1, 3 } for repetitions; it takes them
-  // for plain texts otherwise.
+  // Whether the library takes {,3} and { 1, 3 } for repetitions, and blanks
+  // beyond ASCII for blanks; they are plain texts otherwise.
   static bool const kHasLooseRepetitions;
+
+  // Whether the library copies what looks around, as in (?=a){0,3}.
+  static bool const kCopiesWhatLooksAround;
 
   // What the library says of a pattern.
   struct Traits {

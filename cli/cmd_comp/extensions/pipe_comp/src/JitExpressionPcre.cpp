@@ -34,6 +34,7 @@ bool hasOneBeginning(Pattern const& pattern) {
 
 bool const JitExpression::kMatchesOnStack = true;
 bool const JitExpression::kHasLooseRepetitions = false;
+bool const JitExpression::kCopiesWhatLooksAround = false;
 
 struct JitExpression::Code {
   Pattern pattern;

@@ -40,6 +40,7 @@ bool hasOneBeginning(Pattern const& pattern) {
 
 bool const JitExpression::kMatchesOnStack = false;
 bool const JitExpression::kHasLooseRepetitions = PCRE2_MINOR >= 43;
+bool const JitExpression::kCopiesWhatLooksAround = true;
 
 struct JitExpression::Code {
   Pattern pattern;

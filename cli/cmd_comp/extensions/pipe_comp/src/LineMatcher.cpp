@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <ctime>
 
-#include "CompileDemand.h"
 #include "CompileStack.h"
 #include "PatternTraits.h"
 
@@ -41,12 +40,17 @@ constexpr std::uint32_t kStepsFromOneStart = 10'000'000;
 // as the line, so many bytes looked at instead.
 constexpr std::size_t kFirstSteps = 64 * 1024;
 constexpr std::size_t kFirstBytes = 10'000'000;
+constexpr std::size_t kMostLineSteps = 64 * kLineSteps;  // with more and more
 constexpr std::size_t kMoreSteps = 4;  // times as many, when they were too few
 
 // Poco counts the repetitions of characters as steps, too: it looks at less of
 // the line within a step, by this factor. But where groups are called, a step
 // takes a time that grows with the calls that are under way.
 constexpr std::size_t kPocoAdvantage = 64;
+
+// So many groups more make a step cost as much as looking at so many bytes.
+constexpr std::size_t kCheapGroups = 64;
+constexpr std::size_t kCostOfGroups = 512;  // bytes
 
 // Longer lines are long: work that grows with the square of shorter ones is
 // done within a second.
@@ -61,14 +65,22 @@ constexpr std::size_t kStartsPerLook = 16;
 // when it is compiled: that takes half a second.
 constexpr std::size_t kMostCallReach = 64 * 1024 * 1024;  // bytes
 
-// How deeply groups are nested in the pattern, which can be compiled here.
-std::size_t checkedLevels(std::string const& pattern) {
+// Ranges of characters in which the other case of each is looked for when the
+// pattern is compiled: that takes half a second.
+constexpr std::ptrdiff_t kMostFoldedRanges = 150;
+
+// What it takes to compile the pattern, which can be done here.
+CompileDemand checkedDemand(std::string const& pattern, bool ignoreCase) {
   CompileDemand const demand = compileDemand(pattern, kMostCallReach);
   if (demand.reach == kMostCallReach) {
     throw Poco::RegularExpressionException("too many calls of groups");
   }
-  checkCompileStack(demand.levels);
-  return demand.levels;
+  if (mayFoldRanges(pattern, ignoreCase) &&
+      std::count(pattern.begin(), pattern.end(), '-') > kMostFoldedRanges) {
+    throw Poco::RegularExpressionException("too many ranges");
+  }
+  checkCompileStack(demand);
+  return demand;
 }
 
 // Rounded down to a power of two, so that lines of similar length have the
@@ -77,6 +89,19 @@ std::uint32_t roundedSteps(std::size_t steps) {
   if (steps >= kStepsFromOneStart) return kStepsFromOneStart;
   auto const some = static_cast<std::uint32_t>(std::max<std::size_t>(steps, 1));
   return std::uint32_t{1} << (31 - __builtin_clz(some));
+}
+
+// How many steps from each beginning of the line keep all of them within
+// `lineSteps`, when a step costs as much as looking at `stepCost` bytes.
+std::uint32_t stepsFromEachStart(std::size_t lineSteps, std::string_view line,
+                                 std::size_t stepCost) {
+  return roundedSteps(lineSteps / (line.size() + 1) /
+                      std::max<std::size_t>(stepCost, 1));
+}
+
+// How many steps are tried at first from one beginning.
+std::size_t stepsFromOneStart(std::size_t stepCost) {
+  return std::min(kFirstSteps, kFirstBytes / (stepCost + 1));
 }
 
 double processorSeconds() {
@@ -88,15 +113,17 @@ double processorSeconds() {
 
 // attempt(steps) looks for a match: with more steps when they were too few, as
 // long as the time that the last ones took says that there is time for more
-// before `end`. `steps` are what it begins with, and afterwards what it took.
+// before `end`, up to `most`. `steps` are what it begins with, and afterwards
+// what it took.
 //
 // The first attempt is not timed, for most need no more; for those that do, it
 // is made again.
 template <typename Attempt>
-Answer tryWithMore(std::size_t& steps, double end, Attempt attempt) {
+Answer tryWithMore(std::size_t& steps, std::size_t most, double end,
+                   Attempt attempt) {
   Answer answer = attempt(roundedSteps(steps));
   double begin = 0;
-  while (answer == Answer::kUndecided && steps < kStepsFromOneStart) {
+  while (answer == Answer::kUndecided && steps < most) {
     double const now = processorSeconds();
     double const next = begin == 0 ? 0 : (now - begin) * kMoreSteps;
     if (now + next > end) break;
@@ -118,8 +145,9 @@ Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
   for (std::size_t start = 0; start < starts; ++start) {
     if (steps != few || start % kStartsPerLook == 0) now = processorSeconds();
     if (now > end) return Answer::kUndecided;
-    Answer const answer = tryWithMore(
-        steps, end, [&](std::uint32_t more) { return attempt(start, more); });
+    Answer const answer =
+        tryWithMore(steps, kStepsFromOneStart, end,
+                    [&](std::uint32_t more) { return attempt(start, more); });
     if (answer != Answer::kNoMatch) return answer;
   }
   return Answer::kNoMatch;
@@ -130,12 +158,12 @@ Answer tryStarts(std::size_t starts, std::size_t steps, Attempt attempt) {
 LineMatcher::LineMatcher(std::string const& pattern, bool ignoreCase)
     : pattern_(pattern),
       ignoreCase_(ignoreCase),
-      levels_(checkedLevels(pattern)),
+      demand_(checkedDemand(pattern, ignoreCase)),
       longSteps_(stepsMayBeLong(pattern)),
       callsGroups_(callsGroups(pattern)),
       independentStarts_(beginningsAreIndependent(pattern)),
       expression_(pattern, pocoOptions(ignoreCase), true) {
-  if (machineCodeAgrees(pattern)) {
+  if (machineCodeAgrees(pattern) && hasStackForMachineCode(demand_)) {
     jit_.emplace(pattern, ignoreCase, JitExpression::Beginning::kAnywhere);
     if (!jit_->isUsable()) jit_.reset();
   }
@@ -156,7 +184,7 @@ template <typename AtOnce, typename From>
 Answer LineMatcher::decide(std::string_view line, std::size_t stepCost,
                            AtOnce atOnce, From from) {
   bool const tooLong = isTooLongAtOnce(line);
-  std::uint32_t const steps = stepsFromEachStart(line, stepCost);
+  std::uint32_t const steps = stepsFromEachStart(kLineSteps, line, stepCost);
   Answer const answer = tooLong ? Answer::kUndecided : atOnce(steps);
   if (answer != Answer::kUndecided) return answer;
   if (independentStarts_) {
@@ -164,12 +192,14 @@ Answer LineMatcher::decide(std::string_view line, std::size_t stepCost,
   }
   if (tooLong) return Answer::kUndecided;
   std::size_t moreSteps = steps;
-  return tryWithMore(moreSteps, processorSeconds() + kLineTime, atOnce);
+  return tryWithMore(moreSteps,
+                     stepsFromEachStart(kMostLineSteps, line, stepCost),
+                     processorSeconds() + kLineTime, atOnce);
 }
 
 Answer LineMatcher::matchInMachineCode(std::string_view line) {
   return decide(
-      line, line.size(),
+      line, longSteps_ ? line.size() : 1,
       [&](std::uint32_t steps) { return jit_->match(line, 0, steps); },
       [&](std::size_t start, std::uint32_t steps) {
         return anchored().match(line, start, steps);
@@ -177,14 +207,14 @@ Answer LineMatcher::matchInMachineCode(std::string_view line) {
 }
 
 Answer LineMatcher::matchWithPoco(std::string_view line) {
-  if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits(), levels_);
+  if (!poco_) poco_.emplace(pattern_, ignoreCase_, traits(), demand_);
   poco_->setLine(line);
-  std::size_t const stepCost =
-      callsGroups_ ? line.size() : line.size() / kPocoAdvantage;
+  std::size_t const stepCost = pocoStepCost(line);
   auto const atOnce = [&](std::uint32_t steps) { return poco_->search(steps); };
   if (jit_) {
-    return isTooLongAtOnce(line) ? Answer::kUndecided
-                                 : atOnce(stepsFromEachStart(line, stepCost));
+    return isTooLongAtOnce(line)
+               ? Answer::kUndecided
+               : atOnce(stepsFromEachStart(kLineSteps, line, stepCost));
   }
   return decide(line, stepCost, atOnce,
                 [&](std::size_t start, std::uint32_t steps) {
@@ -201,23 +231,18 @@ std::size_t LineMatcher::starts(std::string_view line) {
   return traits().oneBeginning ? 1 : line.size() + 1;
 }
 
-// How many steps from each beginning keep all of them within the line's, when a
-// step costs at most `stepCost`.
-std::uint32_t LineMatcher::stepsFromEachStart(std::string_view line,
-                                              std::size_t stepCost) const {
-  std::size_t const cost = longSteps_ ? std::max<std::size_t>(stepCost, 1) : 1;
-  return roundedSteps(kLineSteps / (line.size() + 1) / cost);
-}
-
-// How many steps are tried at first from one beginning.
-std::size_t LineMatcher::stepsFromOneStart(std::size_t stepCost) const {
-  return longSteps_ ? std::min(kFirstSteps, kFirstBytes / (stepCost + 1))
-                    : kFirstSteps;
+// What a step costs Poco: where groups are many, as much as they are.
+std::size_t LineMatcher::pocoStepCost(std::string_view line) {
+  std::size_t const advantage = callsGroups_ ? 1 : kPocoAdvantage;
+  return (longSteps_ ? line.size() / advantage : 1) +
+         traits().groups / kCheapGroups * kCostOfGroups;
 }
 
 JitExpression const& LineMatcher::anchored() {
   if (!anchored_) {
-    checkCompileStack(levels_);
+    if (!hasStackForMachineCode(demand_)) {
+      throw Poco::RegularExpressionException("no stack for machine code");
+    }
     anchored_.emplace(pattern_, ignoreCase_, JitExpression::Beginning::kHere);
   }
   return *anchored_;
@@ -225,7 +250,7 @@ JitExpression const& LineMatcher::anchored() {
 
 JitExpression::Traits const& LineMatcher::traits() {
   if (!traits_) {
-    checkCompileStack(levels_);
+    checkCompileStack(demand_);
     traits_ = JitExpression::traits(pattern_, ignoreCase_);
   }
   return *traits_;

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "CompileDemand.h"
 #include "JitExpression.h"
 #include "PocoSearch.h"
 
@@ -48,16 +49,14 @@ class LineMatcher {
   Answer decide(std::string_view line, std::size_t stepCost, AtOnce atOnce,
                 From from);
   bool isTooLongAtOnce(std::string_view line) const;
-  std::uint32_t stepsFromEachStart(std::string_view line,
-                                   std::size_t stepCost) const;
-  std::size_t stepsFromOneStart(std::size_t stepCost) const;
+  std::size_t pocoStepCost(std::string_view line);
   std::size_t starts(std::string_view line);
   JitExpression const& anchored();
   JitExpression::Traits const& traits();
 
   std::string pattern_;
   bool ignoreCase_;
-  std::size_t levels_;  // of groups, nested
+  CompileDemand demand_;
   bool longSteps_;
   bool callsGroups_;
   bool independentStarts_;

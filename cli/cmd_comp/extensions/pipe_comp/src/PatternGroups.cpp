@@ -61,13 +61,20 @@ std::optional<Repetition> repetitionAt(std::string_view pattern,
   return Repetition{least.value_or(0), *most, i + 1};
 }
 
+// Whether a group that begins with `rest` looks ahead or behind.
+bool looksAround(std::string_view rest) {
+  return rest.substr(0, 3) == "(?=" || rest.substr(0, 3) == "(?!" ||
+         rest.substr(0, 4) == "(?<=" || rest.substr(0, 4) == "(?<!";
+}
+
 // Whether a repetition behind what `rest` begins with may repeat what is in
 // front of it: behind other repetitions, and what means nothing, as blanks do
-// under option x, some of them outside ASCII.
+// under option x.
 bool mayStandBeforeRepetition(std::string_view rest) {
   constexpr std::string_view others = "*+? \t\n\v\f\r";
-  return others.find(rest[0]) != std::string_view::npos ||
-         static_cast<unsigned char>(rest[0]) >= 0x80 ||
+  bool const mayBeBlank = JitExpression::kHasLooseRepetitions &&
+                          static_cast<unsigned char>(rest[0]) >= 0x80;
+  return others.find(rest[0]) != std::string_view::npos || mayBeBlank ||
          rest.substr(0, 2) == "\\E" || rest.substr(0, 4) == "\\Q\\E";
 }
 
@@ -82,14 +89,11 @@ std::size_t PatternGroups::add(std::size_t parent, std::size_t begin) {
   return parts_.size() - 1;
 }
 
-// The library does not copy what looks around.
 void PatternGroups::end(std::size_t part, std::size_t end) {
   parts_[part].end = end;
-  std::string_view const kind = pattern_.substr(parts_[part].begin, 4);
-  bool const looksAhead =
-      kind.substr(0, 3) == "(?=" || kind.substr(0, 3) == "(?!";
-  bool const looksBehind = kind == "(?<=" || kind == "(?<!";
-  last_ = looksAhead || looksBehind ? 0 : part;
+  bool const isCopied = JitExpression::kCopiesWhatLooksAround ||
+                        !looksAround(pattern_.substr(parts_[part].begin));
+  last_ = isCopied ? part : 0;
   behind_ = end;
 }
 

@@ -97,6 +97,11 @@ bool stepsMayBeLong(std::string_view pattern) {
          hasLongGroup(pattern, "(?<!");
 }
 
+bool mayFoldRanges(std::string_view pattern, bool ignoreCase) {
+  return hasAny(pattern, {"(*UTF", "(*UCP"}) &&
+         (ignoreCase || (hasAny(pattern, {"(?"}) && hasAny(pattern, {"i"})));
+}
+
 bool beginningsAreIndependent(std::string_view pattern) {
   return !hasAny(withoutHarmlessOptions(pattern), {"(*", "\\G"});
 }

@@ -24,6 +24,10 @@ bool stepsMayBeLong(std::string_view pattern);
 // library looks through all that is under way at each step then.
 bool callsGroups(std::string_view pattern);
 
+// Whether the library may look for the other case of each character in a range
+// of any of UTF-8's characters when it compiles the pattern.
+bool mayFoldRanges(std::string_view pattern, bool ignoreCase);
+
 // Whether the first match in a line is the one at the first of all beginnings
 // at which there is one: not when the pattern says where to begin again, or
 // what a line's end is, or refers to the place where matching begins.

@@ -45,13 +45,14 @@ int pocoOptions(bool ignoreCase) {
 }
 
 PocoSearch::PocoSearch(std::string const& pattern, bool ignoreCase,
-                       JitExpression::Traits const& traits, std::size_t levels)
+                       JitExpression::Traits const& traits,
+                       CompileDemand const& demand)
     : pattern_(pattern),
       options_(pocoOptions(ignoreCase)),
       isUtf8_(traits.isUtf8),
-      levels_(levels) {
+      demand_(demand) {
   if (traits.groups <= kPocoGroups) return;
-  checkCompileStack(levels);
+  checkCompileStack(demand);
   manyGroups_.emplace(pattern, ignoreCase);
 }
 
@@ -115,7 +116,7 @@ RegularExpression& PocoSearch::limited(std::uint32_t stepLimit) {
                             : "(*LIMIT_HEAP=" + std::to_string(kMatchMemory)) +
                        ")(*LIMIT_MATCH=" + std::to_string(stepLimit) + ")";
   if (!limited_ || limits != limits_) {
-    checkCompileStack(levels_);
+    checkCompileStack(demand_);
     limited_.emplace(limits + pattern_, options_, true);
     limits_ = std::move(limits);
   }

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "CompileDemand.h"
 #include "InterpretedExpression.h"
 #include "JitExpression.h"
 
@@ -27,9 +28,9 @@ class PocoSearch {
   using Answer = JitExpression::Answer;
 
   // `pattern` is one that Poco accepts, `traits` what the library says of it,
-  // `levels` how deeply its groups are nested.
+  // `demand` what it takes to compile it.
   PocoSearch(std::string const& pattern, bool ignoreCase,
-             JitExpression::Traits const& traits, std::size_t levels);
+             JitExpression::Traits const& traits, CompileDemand const& demand);
 
   // Takes a copy of the line that the other two look at, and a look at the
   // stack that is left to the caller of all three.
@@ -52,7 +53,7 @@ class PocoSearch {
   std::string pattern_;
   int options_;
   bool isUtf8_;
-  std::size_t levels_;
+  CompileDemand demand_;
   std::optional<InterpretedExpression> manyGroups_;
   std::string line_;
   bool isLineChecked_ = false;
