@@ -19,6 +19,7 @@ namespace QorCliPipe {
 // fewer.
 class CallGraph {
  public:
+  // A group that can be called, or the whole pattern.
   struct Group {
     std::size_t begin;   // in the pattern
     std::size_t end;     // behind its last character

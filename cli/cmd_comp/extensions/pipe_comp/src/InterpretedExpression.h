@@ -19,6 +19,7 @@ class InterpretedExpression {
   using Answer = JitExpression::Answer;
   using Beginning = JitExpression::Beginning;
 
+  // What a match may take.
   struct Limits {
     std::uint32_t steps;    // from each beginning of a match
     std::size_t recursion;  // levels, where the library uses the stack

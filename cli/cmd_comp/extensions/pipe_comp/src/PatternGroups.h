@@ -13,6 +13,7 @@ namespace QorCliPipe {
 // a time.
 class PatternGroups {
  public:
+  // A part, and what becomes of it.
   struct Part {
     std::size_t parent;  // index; of the whole pattern, which is the first, 0
     std::size_t begin;
