@@ -15,6 +15,7 @@ namespace QorCliPipe {
 
 // What the classes that use PCRE2 have in common. Any thread.
 
+// Gives back what the library has made.
 struct FreeOwned {
   void operator()(pcre2_code* code) const { pcre2_code_free(code); }
   void operator()(pcre2_compile_context* context) const {

@@ -13,6 +13,7 @@ namespace QorCliPipe {
 
 // What the classes that use PCRE have in common. Any thread.
 
+// Gives back a compiled pattern.
 struct FreePattern {
   void operator()(pcre* pattern) const { pcre_free(pattern); }
 };
