@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
@@ -53,6 +54,21 @@ std::string_view calledBy(std::string_view rest) {
   std::size_t const digits = !called.empty() && isSign(called[0]) ? 1 : 0;
   bool const isNumber = digits < called.size() && isDigit(called[digits]);
   return isNumber ? called : std::string_view{};
+}
+
+// The number that a call or reference means behind so many groups; nothing for
+// a name. One that is too large is that of no group.
+std::optional<std::size_t> numberOf(std::string_view called,
+                                    std::size_t numbersBefore) {
+  char const sign = !called.empty() && isSign(called[0]) ? called[0] : ' ';
+  if (sign != ' ') called.remove_prefix(1);
+  std::size_t number = 0;
+  auto const [end, error] =
+      std::from_chars(called.data(), called.data() + called.size(), number);
+  if (end == called.data()) return std::nullopt;
+  if (error != std::errc()) return std::numeric_limits<std::size_t>::max();
+  if (sign == '+') return numbersBefore + number;
+  return sign == '-' ? numbersBefore + 1 - number : number;
 }
 
 // Whether a call or reference that begins with `rest` is a reference.
@@ -110,7 +126,22 @@ class Reader {
 
   bool isReadable() const { return isReadable_; }
 
-  std::size_t references() const { return referred_.size(); }
+  // Those that are not there are no references, or are refused.
+  std::vector<std::size_t> referred() const {
+    bool const isKnown = isSure_ && areNumbersSure_;
+    std::vector<std::size_t> result;
+    for (std::size_t const number : referredNumbers_) {
+      bool const isThere = number > 0 && number < byNumber_.size();
+      if (isThere || !isKnown)
+        result.push_back(isKnown ? byNumber_[number] : 0);
+    }
+    for (std::string_view const name : referredNames_) {
+      auto const named = names_.find(name);
+      bool const isThere = named != names_.end();
+      if (isThere || !isKnown) result.push_back(isKnown ? named->second : 0);
+    }
+    return result;
+  }
 
   std::size_t choices() const {
     return parts_.hasCopies() ? parts_.parts().front().length : choices_;
@@ -203,14 +234,20 @@ class Reader {
     std::string_view const rest = pattern_.substr(i, kLongestMark);
     std::string_view const called = calledBy(rest);
     if (called.empty()) return;
-    if (isReference(rest)) {
-      referred_.insert(called);
-      return;
-    }
+    if (isReference(rest)) return refer(called);
     std::size_t const part = parts_.add(around(), i);
     auto const end = static_cast<std::size_t>(called.end() - pattern_.begin());
     parts_.end(part, std::min(end + 1, pattern_.size()));
     mark(part, called);
+  }
+
+  void refer(std::string_view called) {
+    std::optional<std::size_t> const number = numberOf(called, numbers_);
+    if (number) {
+      referredNumbers_.insert(*number);
+    } else {
+      referredNames_.insert(called);
+    }
   }
 
   // The rest of a call that is cut off may say anything.
@@ -235,11 +272,8 @@ class Reader {
     std::size_t const part = parts_.add(around(), i);
     if (isPlain || name) addGroup(part);
     if (name) addName(*name);
-    if (!called.empty() && isReference(rest)) {
-      referred_.insert(called);
-    } else if (!called.empty()) {
-      mark(part, called);
-    }
+    if (!called.empty() && isReference(rest)) refer(called);
+    if (!called.empty() && !isReference(rest)) mark(part, called);
     open_.push_back({part, rest.substr(0, 3) == "(?|", numbers_, numbers_});
   }
 
@@ -300,17 +334,10 @@ class Reader {
   }
 
   std::optional<std::size_t> numbered(Marked const& call) const {
-    std::string_view text = call.called;
-    char const sign = isSign(text[0]) ? text[0] : ' ';
-    if (sign != ' ') text.remove_prefix(1);
-    std::size_t number = 0;
-    auto const error =
-        std::from_chars(text.data(), text.data() + text.size(), number).ec;
-    if (error != std::errc() || number > pattern_.size()) return std::nullopt;
-    if (sign == '+') number = call.numbersBefore + number;
-    if (sign == '-') number = call.numbersBefore + 1 - number;
-    if (number >= byNumber_.size()) return std::nullopt;
-    return byNumber_[number];
+    std::optional<std::size_t> const number =
+        numberOf(call.called, call.numbersBefore);
+    if (!number || *number >= byNumber_.size()) return std::nullopt;
+    return byNumber_[*number];
   }
 
   std::string_view pattern_;
@@ -323,7 +350,8 @@ class Reader {
   std::size_t lastOpen_ = std::string_view::npos - 2;
   std::vector<std::size_t> groups_;  // the capturing ones: parts
   std::vector<Marked> marked_;
-  std::set<std::string_view> referred_;
+  std::set<std::size_t> referredNumbers_;
+  std::set<std::string_view> referredNames_;
   std::size_t choices_ = 0;
   std::size_t lookups_ = 0;
   std::size_t numbers_ = 0;  // the number of the last group
@@ -340,7 +368,7 @@ CallGraph::CallGraph(std::string_view pattern) {
   reader.read();
   calls_ = reader.calls();
   groups_ = reader.groups();
-  references_ = reader.references();
+  referred_ = reader.referred();
   choices_ = reader.choices();
   lookups_ = reader.lookups();
   isReadable_ = reader.isReadable();

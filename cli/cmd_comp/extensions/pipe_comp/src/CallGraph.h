@@ -48,8 +48,9 @@ class CallGraph {
   // of a group or class is missing, such a call or all of them are left out.
   std::vector<Call> const& calls() const { return calls_; }
 
-  // How many different texts of groups are referred to, as by \1.
-  std::size_t references() const { return references_; }
+  // The groups whose text is referred to, as by \1: indices into groups(), each
+  // once; the whole pattern in place of one that is unsure.
+  std::vector<std::size_t> const& referred() const { return referred_; }
 
   // Repetitions and alternatives, in all copies at most.
   std::size_t choices() const { return choices_; }
@@ -65,7 +66,7 @@ class CallGraph {
  private:
   std::vector<Group> groups_;
   std::vector<Call> calls_;
-  std::size_t references_ = 0;
+  std::vector<std::size_t> referred_;
   std::size_t choices_ = 0;
   std::size_t lookups_ = 0;
   bool isReadable_ = true;

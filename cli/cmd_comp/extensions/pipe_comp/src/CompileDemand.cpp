@@ -8,9 +8,6 @@
 namespace QorCliPipe {
 namespace {
 
-// The library follows no more of them.
-constexpr std::size_t kMostReferences = 1000;
-
 // The calls in a group: indices into those of the graph.
 struct CallsOfGroup {
   std::size_t begin;
@@ -89,21 +86,33 @@ class Walk {
   std::size_t levels_ = 0;
 };
 
+// How much deeper it gets where the references to groups are followed, each
+// group once; with calls, of which `levels` follow, from each of them.
+std::size_t levelsByReferences(CallGraph const& graph, std::size_t levels) {
+  bool const hasCalls = !graph.calls().empty();
+  std::size_t result = 0;
+  for (std::size_t const group : graph.referred()) {
+    result += hasCalls ? levels : graph.groups()[group].levels;
+  }
+  return result;
+}
+
 }  // namespace
 
 CompileDemand compileDemand(std::string_view pattern, std::size_t reachLimit) {
   CallGraph const graph(pattern);
-  std::size_t const levels = graph.groups().front().levels;
-  std::size_t const byReferences =
-      std::min(graph.references(), kMostReferences) * levels;
-  if (!graph.isReadable()) return {reachLimit, levels, graph.choices()};
-  if (graph.calls().empty()) return {0, levels + byReferences, graph.choices()};
-  std::size_t const times = levels + 1;
-  Walk walk(graph);
-  walk.go(reachLimit / times + 1);
-  std::size_t const reach = std::max(walk.read() * times, graph.lookups());
-  return {std::min(reach, reachLimit), walk.levels() + byReferences,
-          graph.choices()};
+  CompileDemand demand{0, graph.groups().front().levels, graph.choices()};
+  if (!graph.isReadable()) demand.reach = reachLimit;
+  if (graph.isReadable() && !graph.calls().empty()) {
+    std::size_t const times = demand.levels + 1;
+    Walk walk(graph);
+    walk.go(reachLimit / times + 1);
+    demand.reach =
+        std::min(std::max(walk.read() * times, graph.lookups()), reachLimit);
+    demand.levels = walk.levels();
+  }
+  demand.levels += levelsByReferences(graph, demand.levels);
+  return demand;
 }
 
 }  // namespace QorCliPipe

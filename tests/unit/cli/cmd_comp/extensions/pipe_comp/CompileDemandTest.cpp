@@ -238,7 +238,7 @@ INSTANTIATE_TEST_SUITE_P(HardToRead, NestingBound,
 INSTANTIATE_TEST_SUITE_P(
     Calls, NestingBound,
     testing::Values(Nesting{"(a)(?1)", 2}, Nesting{"(a)\\1", 2},
-                    Nesting{"(a)\\g1\\g{1}\\g{-1}", 3},
+                    Nesting{"(a)\\g1\\g{1}\\g{-1}", 2},
                     Nesting{"(?R)?(?R)?", 1}, Nesting{"((a))(?1)", 3},
                     Nesting{"(?<n>a)(?&n)(?P>n)", 2},
                     Nesting{"(a)(?:(?:(?1)))", 4},
@@ -261,7 +261,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Nesting{"(a)\\{0,3}", 1}, Nesting{"(a){0,3", 1},
                     Nesting{"(a){0,2}{0,3}", 6},
                     Nesting{"(a){0,99999999999999999999}", 65537},
-                    Nesting{"(?:(b)\\1){0,3}", 10}));
+                    Nesting{"(?:(b)\\1){0,3}", 6}, Nesting{"(b){0,3}\\1", 8},
+                    Nesting{"(b){0,3}\\0\\2\\k<n>", 4},
+                    Nesting{"(a)(?1)\\1", 4}));
 
 // What is a repetition for the library in use is one here.
 TEST(NestingBound, OfLooseRepetitionsIsThatOfTheLibrary) {
