@@ -469,27 +469,26 @@ INSTANTIATE_TEST_SUITE_P(
         GrowingPattern{"a long chain of references", referringChain},
         GrowingPattern{
             "a?b?a?b?",
-            [](std::size_t n) { return repeated("a?b?", n) + "cdefgh|ab"; }},
+            [](std::size_t n) { return repeated("a?b?", n) + "cdefgh"; }},
         GrowingPattern{"a?+b?+ from within",
                        [](std::size_t n) {
                          return "(?:(?:(?:" + repeated("a?+b?+", n) +
-                                "cdefgh)))|ab";
+                                "cdefgh)))";
                        }},
         GrowingPattern{
             "[ab]?c?",
-            [](std::size_t n) { return repeated("[ab]?c?", n) + "defgh|ab"; }},
+            [](std::size_t n) { return repeated("[ab]?c?", n) + "defgh"; }},
         GrowingPattern{"(b|)",
                        [](std::size_t n) { return repeated("(b|)", n) + 'b'; }},
-        GrowingPattern{"(?:a?b?){N}",
-                       [](std::size_t n) {
-                         return "(?:a?b?){" + number(n) + "}cdefgh|ab";
-                       }},
+        GrowingPattern{
+            "(?:a?b?){N}",
+            [](std::size_t n) { return "(?:a?b?){" + number(n) + "}cdefgh"; }},
         GrowingPattern{
             "a*(b)?(b)?",
-            [](std::size_t n) { return "a*" + repeated("(b)?", n) + "x|ab"; }},
+            [](std::size_t n) { return "a*" + repeated("(b)?", n) + "x"; }},
         GrowingPattern{
             "a*(|b)(|b)",
-            [](std::size_t n) { return "a*" + repeated("(|b)", n) + "x|ab"; }},
+            [](std::size_t n) { return "a*" + repeated("(|b)", n) + "x"; }},
         GrowingPattern{"behind what is hard to read", [](std::size_t n) {
                          return "(?xx)[ a]?" + repeated("\\c\\(", n) + 'a' +
                                 repeated(")", n) + "?|ab";
