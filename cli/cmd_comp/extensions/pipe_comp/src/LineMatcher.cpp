@@ -33,14 +33,15 @@ namespace {
 using Answer = JitExpression::Answer;
 
 // Steps that may be spent on one line, and on one beginning in it.
-constexpr std::size_t kLineSteps = 50'000'000;
+constexpr std::uint64_t kLineSteps = 50'000'000;
 constexpr std::uint32_t kStepsFromOneStart = 10'000'000;
 
 // With how many steps one beginning is tried at first; where steps cost as much
 // as the line, so many bytes looked at instead.
 constexpr std::size_t kFirstSteps = 64 * 1024;
 constexpr std::size_t kFirstBytes = 10'000'000;
-constexpr std::size_t kMostLineSteps = 64 * kLineSteps;  // with more and more
+constexpr std::uint64_t kMostLineSteps =
+    256 * kLineSteps;                  // with more and more
 constexpr std::size_t kMoreSteps = 4;  // times as many, when they were too few
 
 // Poco counts the repetitions of characters as steps, too: it looks at less of
@@ -85,15 +86,16 @@ CompileDemand checkedDemand(std::string const& pattern, bool ignoreCase) {
 
 // Rounded down to a power of two, so that lines of similar length have the
 // same, but for the most; at least 1.
-std::uint32_t roundedSteps(std::size_t steps) {
+std::uint32_t roundedSteps(std::uint64_t steps) {
   if (steps >= kStepsFromOneStart) return kStepsFromOneStart;
-  auto const some = static_cast<std::uint32_t>(std::max<std::size_t>(steps, 1));
+  auto const some =
+      static_cast<std::uint32_t>(std::max<std::uint64_t>(steps, 1));
   return std::uint32_t{1} << (31 - __builtin_clz(some));
 }
 
 // How many steps from each beginning of the line keep all of them within
 // `lineSteps`, when a step costs as much as looking at `stepCost` bytes.
-std::uint32_t stepsFromEachStart(std::size_t lineSteps, std::string_view line,
+std::uint32_t stepsFromEachStart(std::uint64_t lineSteps, std::string_view line,
                                  std::size_t stepCost) {
   return roundedSteps(lineSteps / (line.size() + 1) /
                       std::max<std::size_t>(stepCost, 1));
