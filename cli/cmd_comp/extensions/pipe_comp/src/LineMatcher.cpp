@@ -32,16 +32,16 @@ namespace {
 
 using Answer = JitExpression::Answer;
 
-// Steps that may be spent on one line, and on one beginning in it.
+// Steps that may be spent on one line, and on one beginning in it; on a line
+// that is searched as a whole again and again, in the end.
 constexpr std::uint64_t kLineSteps = 50'000'000;
+constexpr std::uint64_t kMostLineSteps = 256 * kLineSteps;
 constexpr std::uint32_t kStepsFromOneStart = 10'000'000;
 
 // With how many steps one beginning is tried at first; where steps cost as much
 // as the line, so many bytes looked at instead.
 constexpr std::size_t kFirstSteps = 64 * 1024;
 constexpr std::size_t kFirstBytes = 10'000'000;
-constexpr std::uint64_t kMostLineSteps =
-    256 * kLineSteps;                  // with more and more
 constexpr std::size_t kMoreSteps = 4;  // times as many, when they were too few
 
 // Poco counts the repetitions of characters as steps, too: it looks at less of
