@@ -160,8 +160,7 @@ class DeepCalls : public HostilePattern,
                   public testing::WithParamInterface<char const*> {};
 
 TEST_P(DeepCalls, FindNothingOrAreGivenUpOn) {
-  for (std::size_t const length :
-       {10U, 300U, 1000U, 2000U, 3000U, 4000U, 30000U, 100000U}) {
+  for (std::size_t const length : {10U, 1000U, 2000U, 30000U}) {
     std::string const line = std::string(length, 'a') + "!\n";
     ActionResult const result = execute(quoted(GetParam()), line);
     EXPECT_TRUE(result.status == 0 || (result.status == -1 && length > 10))
