@@ -344,7 +344,7 @@ std::string copyingGroups(std::string const& begin, std::size_t count,
 TEST_F(HostilePattern, IsRefusedWhenItsCopiesTakeForEverToFollow) {
   for (char const* begin : {"(?1)*", "(?<=(?1))", ""}) {
     for (char const* copies : {"{99}", "{99,}", "{0,99}", "{3}{33}", "?{99}"}) {
-      for (std::size_t const groups : {6U, 7U, 9U}) {
+      for (std::size_t const groups : {6U, isSlowRun() ? 6U : 9U}) {
         EXPECT_EQ(-1, execute(quoted(copyingGroups(begin, groups, "(",
                                                    std::string(")") + copies)),
                               "a\n")
@@ -414,9 +414,12 @@ TEST_F(HostilePattern, IsUsedWhereReferencesAreManyTimesRepeated) {
 TEST_F(HostilePattern, IsRefusedWhereMoreIsWrongWithIt) {
   std::string const calls = callingGroups(40);
   std::string const missing = calls.substr(0, calls.size() - 4);
-  for (std::string const& pattern :
-       {calls, missing, "(?:" + calls + ")*", "(?:" + missing + ")*",
-        "(?<=" + calls + ')', "(?<=" + missing + ')', calls + "(?1)*"}) {
+  std::vector<std::string> patterns = {calls};
+  if (!isSlowRun()) {
+    patterns.insert(patterns.end(),
+                    {missing, "(?:" + missing + ")*", "(?<=" + calls + ')'});
+  }
+  for (std::string const& pattern : patterns) {
     for (char const* end : {")(",       ")[",
                             ")(?#",     ")",
                             "(",        "[",
