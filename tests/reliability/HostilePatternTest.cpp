@@ -160,7 +160,7 @@ class DeepCalls : public HostilePattern,
                   public testing::WithParamInterface<char const*> {};
 
 TEST_P(DeepCalls, FindNothingOrAreGivenUpOn) {
-  for (std::size_t const length : {10U, 1000U, 2000U, 30000U}) {
+  for (std::size_t const length : {10U, 2000U, 30000U}) {
     std::string const line = std::string(length, 'a') + "!\n";
     ActionResult const result = execute(quoted(GetParam()), line);
     EXPECT_TRUE(result.status == 0 || (result.status == -1 && length > 10))
@@ -417,7 +417,7 @@ TEST_F(HostilePattern, IsRefusedWhereMoreIsWrongWithIt) {
   std::vector<std::string> patterns = {calls};
   if (!isSlowRun()) {
     patterns.insert(patterns.end(),
-                    {missing, "(?:" + missing + ")*", "(?<=" + calls + ')'});
+                    {"(?:" + missing + ")*", "(?<=" + calls + ')'});
   }
   for (std::string const& pattern : patterns) {
     for (char const* end : {")(",       ")[",
@@ -509,7 +509,7 @@ class RandomCalls {
 TEST_F(HostilePattern, WithRandomCallsIsUsedOrRefused) {
   RandomCalls patterns;
   int used = 0;
-  int const count = isSlowRun() ? 300 : 5000;
+  int const count = isSlowRun() ? 200 : 2000;
   for (int i = 0; i < count; ++i) {
     std::string const pattern = patterns.next();
     SCOPED_TRACE(pattern);
