@@ -153,8 +153,9 @@ class Reader {
     std::vector<CallGraph::Group> result{wholePattern()};
     for (std::size_t const part : groups_) {
       PatternGroups::Part const& group = parts_.parts()[part];
+      std::size_t const around = group.level + group.nested;
       result.push_back({group.begin, group.end, group.length, group.allCopies,
-                        group.level, group.deepest - group.level});
+                        around, group.deepest - around});
     }
     result.resize(result.size() + unsure_.size(), wholePattern());
     return result;

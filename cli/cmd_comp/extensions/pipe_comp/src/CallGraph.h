@@ -25,7 +25,7 @@ class CallGraph {
     std::size_t end;     // behind its last character
     std::size_t length;  // characters of one copy, with all copies in it
     std::size_t copies;  // in the whole pattern
-    std::size_t level;   // how many groups are around it
+    std::size_t level;   // how many groups are around its innermost copy
     std::size_t levels;  // how deeply groups are nested in it, with itself
   };
 

@@ -261,7 +261,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Nesting{"(a)\\{0,3}", 1}, Nesting{"(a){0,3", 1},
                     Nesting{"(a){0,2}{0,3}", 6},
                     Nesting{"(a){0,99999999999999999999}", 65537},
-                    Nesting{"(?:(b)\\1){0,3}", 6}, Nesting{"(b){0,3}\\1", 8},
+                    Nesting{"(?:(b)\\1){0,3}", 6}, Nesting{"(b){0,3}\\1", 5},
                     Nesting{"(b){0,3}\\0\\2\\k<n>", 4},
                     Nesting{"(a)(?1)\\1", 4}));
 
