@@ -70,17 +70,20 @@ bool looksAround(std::string_view rest) {
 // Whether a repetition behind what `rest` begins with may repeat what is in
 // front of it: behind other repetitions, and what means nothing, as blanks do
 // under option x.
-bool mayStandBeforeRepetition(std::string_view rest) {
+bool mayStandBeforeRepetition(std::string_view rest, bool hasWideBlanks) {
   constexpr std::string_view others = "*+? \t\n\v\f\r";
-  bool const mayBeBlank = JitExpression::kHasLooseRepetitions &&
-                          static_cast<unsigned char>(rest[0]) >= 0x80;
+  bool const mayBeBlank =
+      hasWideBlanks && static_cast<unsigned char>(rest[0]) >= 0x80;
   return others.find(rest[0]) != std::string_view::npos || mayBeBlank ||
          rest.substr(0, 2) == "\\E" || rest.substr(0, 4) == "\\Q\\E";
 }
 
 }  // namespace
 
-PatternGroups::PatternGroups(std::string_view pattern) : pattern_(pattern) {
+PatternGroups::PatternGroups(std::string_view pattern)
+    : pattern_(pattern),
+      hasWideBlanks_(JitExpression::kHasLooseRepetitions &&
+                     pattern.find("(*UTF") != std::string_view::npos) {
   parts_.push_back({0, 0, pattern.size()});
 }
 
@@ -101,7 +104,7 @@ void PatternGroups::visit(std::size_t i) {
   if (last_ == 0 || i < behind_) return;
   if (pattern_[i] == '{') {
     repeat(i);
-  } else if (!mayStandBeforeRepetition(pattern_.substr(i))) {
+  } else if (!mayStandBeforeRepetition(pattern_.substr(i), hasWideBlanks_)) {
     last_ = 0;
   }
 }

@@ -55,6 +55,7 @@ class PatternGroups {
   void repeat(std::size_t i);
 
   std::string_view pattern_;
+  bool hasWideBlanks_;  // some outside ASCII
   std::vector<Part> parts_;
   std::size_t last_ = 0;    // what may be repeated; 0 for nothing
   std::size_t behind_ = 0;  // the last part, or its repetition
