@@ -36,8 +36,8 @@ class JitExpression {
   // code; it takes memory for that otherwise.
   static bool const kMatchesOnStack;
 
-  // Whether the library takes {,3} and { 1, 3 } for repetitions, and blanks
-  // beyond ASCII for blanks; they are plain texts otherwise.
+  // Whether the library takes {,3} and { 1, 3 } for repetitions, and in UTF-8
+  // blanks beyond ASCII for blanks; they are plain texts otherwise.
   static bool const kHasLooseRepetitions;
 
   // Whether the library copies what looks around, as in (?=a){0,3}.
