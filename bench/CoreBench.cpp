@@ -20,9 +20,11 @@
 
 namespace {
 
+using QorCliMatching::LineFilter;
+using QorCliMatching::LineMatcher;
 using QorCliPipe::ContextRules;
-using QorCliPipe::LineFilter;
-using QorCliPipe::LineMatcher;
+
+constexpr double kSeconds = 1;  // for the lines of a call
 
 void require(bool right, std::string const& what) {
   if (right) return;
@@ -90,19 +92,21 @@ constexpr Pattern kPatterns[] = {
     {"text and digits", "retry [0-9]", false},
     {"alternatives", "(?:error|fail\\w*)", false},
     {"dotted quad", "[0-9]{1,3}\\.[0-9]{1,3}\\.[0-9]{1,3}\\.[0-9]{1,3}", false},
-    {"no literal text", "\\d \\d|[a-z]{5}: [a-z]", false}};
+    {"no literal text", "\\d \\d|[a-z]{5}: [a-z]", false},
+    {"regular", "(\\w+\\W+)+retry", false},
+    {"timed", "(?<!, )crc on", false}};
 
 void matchLine(benchmark::State& state, Pattern const& pattern, bool wanted) {
-  LineMatcher matcher(pattern.pattern, pattern.ignoreCase);
+  LineMatcher matcher(pattern.pattern, pattern.ignoreCase, kSeconds);
   std::string const text(wanted ? kWanted : kOther);
   require(matcher.matches(text) == wanted, pattern.name);
   for (auto _ : state) benchmark::DoNotOptimize(matcher.matches(text));
 }
 
-// Compiling the expression, machine code included.
+// Compiling the expression, JIT code included.
 void compile(benchmark::State& state, Pattern const& pattern) {
   for (auto _ : state) {
-    LineMatcher matcher(pattern.pattern, pattern.ignoreCase);
+    LineMatcher matcher(pattern.pattern, pattern.ignoreCase, kSeconds);
     benchmark::DoNotOptimize(&matcher);
   }
 }
@@ -138,6 +142,27 @@ void filterText(benchmark::State& state, Job const& job, Text const& text) {
   }
   state.SetBytesProcessed(
       static_cast<std::int64_t>(state.iterations() * text.text.size()));
+}
+
+// ---- Kept lines, in memory of their own or in that of lines printed before
+
+constexpr std::size_t kKeptLines = 2000;  // about those of a chunk
+
+void keepLines(benchmark::State& state, bool areSpare) {
+  std::string const kept = line(kWanted, kLineSize);
+  std::vector<std::string> lines;
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < kKeptLines; ++i) {
+      QorCliPipe::appendLine(kept, lines);
+    }
+    benchmark::DoNotOptimize(lines.data());
+    if (areSpare) {
+      QorCliPipe::keepAsSpare(lines);
+    } else {
+      lines = {};
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * kKeptLines);
 }
 
 // ---- All of them
@@ -187,12 +212,18 @@ void registerFilters() {
   }
 }
 
+void registerLines() {
+  benchmark::RegisterBenchmark("KeepLines/own memory", keepLines, false);
+  benchmark::RegisterBenchmark("KeepLines/spare memory", keepLines, true);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   registerTokenizer();
   registerMatcher();
   registerFilters();
+  registerLines();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   benchmark::RunSpecifiedBenchmarks();

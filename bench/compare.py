@@ -5,7 +5,9 @@ usage: compare.py QORCLI RESULTS.csv [MODE...] [--size SIZE] [--repeat N]
                   [--folder DIR] [--tools TOOL...]
 
 Modes (all by default):
-  ratios    six patterns, each plain and with options, over SIZE of log text
+  ratios    patterns, each plain and with options, over SIZE of log text
+  measured  patterns of addresses and numbers, plain, over SIZE of text in which
+            every line has dots and digits
   everyday  the same for a word in 4 KB: what it costs to start a program
   memory    the peak memory of qorcli, over four times SIZE
   linear    lengths of the text, of its lines and of the context
@@ -36,17 +38,29 @@ REFERENCE = "grep -P"
 TOOLS = [REFERENCE, "qorcli", "grep -E", "pcre2grep", "rg"]
 BYTES = dict(os.environ, LC_ALL="C")  # the filter, too, matches bytes
 
+QUAD = r"[0-9]{1,3}\.[0-9]{1,3}\.[0-9]{1,3}\.[0-9]{1,3}"
+MAC = "(?:[0-9a-f]{2}:){5}[0-9a-f]{2}"
+IPV6 = "(?:[0-9a-f]{1,4}:){7}[0-9a-f]{1,4}"
+
+LOOKAROUND = "(?<!, )retry"  # "grep -E" and "rg" have no lookaround
+
 # For "grep -E" where it wants them written otherwise.
 PATTERNS = {
     "error": None,
     "retry [0-9]+": None,
-    r"[0-9]{1,3}\.[0-9]{1,3}\.[0-9]{1,3}\.[0-9]{1,3}": None,
+    QUAD: None,
     "link (up|down)$": None,
     r"(?:up|down|fail\w*)": r"(up|down|fail\w*)",
     r"\b\d{5}\b.*retry": r"\b[0-9]{5}\b.*retry",
+    r"\d{5}": "[0-9]{5}",
+    r"\d+\.\d+\.\d+\.\d+": r"[0-9]+\.[0-9]+\.[0-9]+\.[0-9]+",
+    MAC: MAC.replace("?:", ""),
+    IPV6: IPV6.replace("?:", ""),
+    r"(\w+\s)+\d+$": r"(\w+\s)+[0-9]+$",
+    LOOKAROUND: None,
 }
+MEASURED = [QUAD, r"\d{5}", r"\d+\.\d+\.\d+\.\d+", MAC, IPV6]
 EVERYDAY = 20  # times as many turns, for runs of a few milliseconds
-QUAD = list(PATTERNS)[2]
 RARE = "06:13:19 core1 eth[0-9] link (up|down)$"  # one line in 40,000
 OPTIONS = [[], ["-i"], ["-v"], ["-b", "2", "-a", "2"]]
 
@@ -66,7 +80,7 @@ def commands(qorcli, pattern, options):
     """The tools by name, in the order in which they run: what to start."""
     extended = PATTERNS.get(pattern) or pattern
     group = "--group-separator"
-    return {
+    tools = {
         REFERENCE: separated(["grep", "-P"], group, options) + [pattern],
         "qorcli": [qorcli, "-c",
                    " ".join(["filter", *options, f'"{pattern}"'])],
@@ -75,6 +89,9 @@ def commands(qorcli, pattern, options):
         "rg": separated(["rg", "--no-config", "--no-unicode"],
                         "--context-separator", options) + [pattern],
     }
+    if pattern == LOOKAROUND:
+        del tools["grep -E"], tools["rg"]
+    return tools
 
 
 def same_rules(tool, options):
@@ -117,14 +134,14 @@ class Comparison:
         self.rows = []
         self.different = 0
 
-    def text(self, size, length=None):
+    def text(self, size, length=None, kind="log"):
         """The path of a text of `size` bytes, made unless it is there."""
-        path = self.folder / f"text-{size}-{length}"
+        path = self.folder / f"text-{kind}-{size}-{length}"
         if not path.exists():
             for old in self.folder.glob("text-*"):
                 old.unlink()
             with open(path, "wb") as out:
-                log_text.write(out, size, length=length)
+                log_text.write(out, size, length=length, kind=kind)
         return path
 
     def first_runs(self, tools, text, options):
@@ -175,6 +192,12 @@ def ratios(comparison, size):
                                options)
 
 
+def measured(comparison, size):
+    text = comparison.text(size, kind="measurements")
+    for pattern in MEASURED:
+        comparison.compare("measured", size, text, pattern, [])
+
+
 def everyday(comparison, _):
     comparison.compare("everyday", 4096, comparison.text(4096), "error", [])
 
@@ -205,10 +228,16 @@ def linear(comparison, size):
             comparison.compare("linear: lines", length,
                                comparison.text(100 * million, length), pattern,
                                [], both)
+    for length in (1000, 10000, 100000, million):
+        for pattern in (r"\d{5}", MAC, IPV6):
+            comparison.compare(
+                "linear: measured lines", length,
+                comparison.text(size, length, "measurements"), pattern, [],
+                both)
 
 
 MODES = {function.__name__: function
-         for function in (ratios, everyday, memory, linear)}
+         for function in (ratios, measured, everyday, memory, linear)}
 
 
 def main():

@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """Writes log text that is the same for the same seed and size.
 
-usage: log_text.py SIZE [--seed N] [--line-length BYTES] > FILE
+usage: log_text.py SIZE [--kind KIND] [--seed N] [--line-length BYTES] > FILE
 
 SIZE counts bytes and may end in K, M or G (times 1024); the text is cut behind
-the last line that fits. Some 1 % of the lines hold the word "error", 2 % end in
-"link up" or "link down", 10 % hold a dotted quad, 30 % a number of five digits.
+the last line that fits. Of the lines of kind "log", some 1 % hold the word
+"error", 2 % end in "link up" or "link down", 10 % hold a dotted quad, 30 % a
+number of five digits. Those of kind "measurements" all have dots and digits; 10 %
+hold a dotted quad, 5 % a MAC and 5 % an IPv6 address, 1 % a number of five digits.
 With a line length, each line is made so long: cut, or continued by its own end.
 """
 import argparse
@@ -18,8 +20,9 @@ BLOCKS = 128  # of different text; a longer one repeats them in random order
 
 UNITS = {"K": 1 << 10, "M": 1 << 20, "G": 1 << 30}
 
-# How often of 1000 lines, and the line; names in braces stand for numbers.
-KINDS = [
+# Of each kind: how often of 1000 lines, and the line; names in braces stand for
+# numbers.
+LOG = [
     (10, "error: crc on eth{few}, retry {few}"),
     (4, "bgp neighbour 10.0.{few}.1 ERROR hold timer expired"),
     (10, "eth{few} link down"),
@@ -35,8 +38,29 @@ KINDS = [
     (100, "config saved, revision {few}"),
 ]
 
-NUMBERS = {"few": (1, 8), "byte": (1, 254), "pid": (10000, 32767),
-           "large": (100000, 9999999), "rpm": (3000, 6000), "two": (20, 60)}
+RATES = "eth{few} rx {rx}.{tenths} tx {tx}.{hundredths:02} Mbit/s, "
+STATE = "load 0.{load}, {degrees}.{tenths} C"
+MEASUREMENTS = [
+    (790, RATES + STATE),
+    (100, RATES + "peer 198.51.100.{byte}, " + STATE),
+    (50, RATES + "peer 52:54:00:{two:02x}:{byte:02x}:{load:02x}, " + STATE),
+    (50, RATES + "peer 2001:db8:0:{few}:0:0:0:{byte:x}, " + STATE),
+    (10, RATES + "{pid} errors, " + STATE),
+]
+KINDS = {"log": LOG, "measurements": MEASUREMENTS}
+
+NUMBERS = {
+    "log": {"few": (1, 8), "byte": (1, 254), "pid": (10000, 32767),
+            "large": (100000, 9999999), "rpm": (3000, 6000), "two": (20, 60)},
+    "measurements": {
+        "milliseconds": (0, 999), "few": (1, 8), "byte": (1, 254),
+        "pid": (10000, 32767), "two": (20, 60), "rx": (0, 940), "tx": (0, 940),
+        "tenths": (0, 9), "hundredths": (0, 99), "load": (10, 99),
+        "degrees": (20, 60)},
+}
+TIMES = {"log": "Mar 01 06:{minute:02}:{second:02} core1 ",
+         "measurements":
+             "Mar 01 06:{minute:02}:{second:02}.{milliseconds:03} core1 "}
 
 
 def size_of(text):
@@ -52,26 +76,27 @@ def shaped(line, length):
     return (line * (length // len(line) + 1))[-(length - 1):] + "\n"
 
 
-def block(source, length, lines):
+def block(source, kind, length, lines):
     """Lines from `source`, a random number generator, as bytes."""
-    weights = [kind[0] for kind in KINDS]
+    weights = [weight for weight, _ in KINDS[kind]]
     text = []
-    for i, (_, kind) in enumerate(source.choices(KINDS, weights, k=lines)):
+    for i, (_, line) in enumerate(
+            source.choices(KINDS[kind], weights, k=lines)):
         numbers = {name: source.randint(*bounds)
-                   for name, bounds in NUMBERS.items()}
-        time = f"Mar 01 06:{i // 60 % 60:02}:{i % 60:02}"
-        text.append(shaped(f"{time} core1 " + kind.format(**numbers), length))
+                   for name, bounds in NUMBERS[kind].items()}
+        numbers.update(minute=i // 60 % 60, second=i % 60)
+        text.append(shaped((TIMES[kind] + line).format(**numbers), length))
     return "".join(text).encode()
 
 
-def write(out, size, seed=1, length=None):
+def write(out, size, seed=1, length=None, kind="log"):
     """Writes at most `size` bytes of whole lines to the binary file `out`."""
     order = random.Random(seed)
     lines = max(1, min(BLOCK_LINES, 64 * BLOCK_LINES // (length or 64)))
 
     @functools.lru_cache(maxsize=None)
     def text_of(number):
-        return block(random.Random(f"{seed}/{number}"), length, lines)
+        return block(random.Random(f"{seed}/{number}"), kind, length, lines)
 
     left = size
     while left > 0:
@@ -86,11 +111,12 @@ def write(out, size, seed=1, length=None):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("size", type=size_of)
+    parser.add_argument("--kind", choices=KINDS, default="log")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--line-length", type=int)
     arguments = parser.parse_args()
     write(sys.stdout.buffer, arguments.size, arguments.seed,
-          arguments.line_length)
+          arguments.line_length, arguments.kind)
 
 
 if __name__ == "__main__":

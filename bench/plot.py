@@ -21,17 +21,19 @@ REFERENCE = "grep -P"
 
 def drawn(rows):
     """The figure, with the first row at the top."""
-    names = list(dict.fromkeys(
-        f"{row['pattern']}  {row['options']}" for row in rows))
+    def name(row):
+        return f"{row['pattern']}  {row['options']}"
+
+    names = list(dict.fromkeys(map(name, rows)))
     figure, axes = pyplot.subplots(figsize=(9, 0.3 * len(names) + 1.2))
     for tool, mark in MARKS.items():
-        ratios = [float(row["cpu_ratio"]) for row in rows
-                  if row["tool"] == tool]
-        axes.plot(ratios, range(len(ratios)), mark, label=tool)
+        own = [row for row in rows if row["tool"] == tool]
+        axes.plot([float(row["cpu_ratio"]) for row in own],
+                  [names.index(name(row)) for row in own], mark, label=tool)
     axes.axvline(1, color="black", linewidth=1)
     axes.axvline(0.5, color="grey", linewidth=0.5)
-    axes.set_yticks(range(len(names)), [name.replace("$", r"\$")
-                                        for name in names])
+    axes.set_yticks(range(len(names)), [text.replace("$", r"\$")
+                                        for text in names])
     axes.invert_yaxis()
     axes.set_xlim(left=0)
     axes.set_xlabel(f"processor time in relation to that of {REFERENCE}")

@@ -7,11 +7,12 @@ set(debian_version ${PROJECT_VERSION}-${debian_release})
 
 set(package_common libqor-common${PROJECT_VERSION_MAJOR})
 set(package_plugin libcli-pipe)
+set(package_text libcli-text)
 set(package_engine qorcli)
 set(package_devel libcli-pipe-dev)
 
 # The runtime is packaged where it is made here, the engine where it is built.
-set(components plugin devel)
+set(components plugin text devel)
 if(TARGET qor_common)
   list(APPEND components common)
   set(needs_common "${package_common} (>= ${PROJECT_VERSION})")
@@ -51,6 +52,10 @@ install(
   FILES docs/filter.md
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_plugin}
   COMPONENT plugin)
+install(
+  FILES docs/text.md
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_text}
+  COMPONENT text)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME libcli-pipe)
@@ -89,14 +94,19 @@ qor_describe_package(
 filter, which keeps the lines of a command's output that match a regular
 expression, with lines of context, and completes and explains it.")
 qor_describe_package(
+  text net "text commands of a network-management command line"
+  "A plug-in that a command-line engine loads. It offers the pipe commands count,
+head, tail, begin, unique and number, which work on the lines of a command's
+output, and completes and explains them.")
+qor_describe_package(
   engine net "command line whose output can be piped through plug-in commands"
   "A reference engine, interactive and batch, that loads plug-ins with pipe
 commands and shows, completes and runs them.")
 qor_describe_package(
   devel libdevel "development files for plug-ins with pipe commands"
-  "The command tree framework as a static library, its headers and those of the
-management framework's interfaces, a CMake package, a pkg-config file, guides
-and an example.")
+  "The command tree framework and the matching core as static libraries, their
+headers and those of the management framework's interfaces, a CMake package,
+pkg-config files, guides and an example.")
 
 # What packages of programs that are linked to the runtime depend on, and that
 # the loader's cache is made anew.
@@ -106,12 +116,16 @@ file(WRITE ${documents}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_COMMON_PACKAGE_CONTROL_EXTRA ${documents}/shlibs
                                               ${documents}/triggers)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${common_folder})
-foreach(component COMMON PLUGIN ENGINE)
+foreach(component COMMON PLUGIN TEXT ENGINE)
   set(CPACK_DEBIAN_${component}_PACKAGE_SHLIBDEPS ON)
 endforeach()
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS ${needs_common})
-set(CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS ${package_plugin})
-set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS libpoco-dev)
+set(CPACK_DEBIAN_TEXT_PACKAGE_DEPENDS ${needs_common})
+# The line editor is loaded, not linked.
+set(CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS
+    "${package_plugin}, ${package_text}, libedit2")
+set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS
+    "libpoco-dev, libpcre2-dev, libre2-dev")
 if(TARGET qor_common)
   string(PREPEND CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS "${needs_common}, ")
   string(PREPEND CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS

@@ -16,6 +16,13 @@ install(
   COMPONENT devel
   FILES_MATCHING
   PATTERN *.h)
+install(
+  FILES cli/cmd_comp/matching/src/LineFilter.h
+        cli/cmd_comp/matching/src/OwnStack.h
+        cli/cmd_comp/matching/src/PatternError.h
+        cli/cmd_comp/matching/src/TextSearch.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qor-cli
+  COMPONENT devel)
 
 install(
   EXPORT QorCli
@@ -39,13 +46,16 @@ install(
 file(RELATIVE_PATH prefix_from_pkgconfig
      ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/qor-cli.pc.in qor-cli.pc @ONLY)
+configure_file(cmake/qor-cli-matching.pc.in qor-cli-matching.pc @ONLY)
 install(
   FILES ${CMAKE_CURRENT_BINARY_DIR}/qor-cli.pc
+        ${CMAKE_CURRENT_BINARY_DIR}/qor-cli-matching.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT devel)
 
 install(
   FILES docs/writing-a-pipe-command.md docs/embedding.md docs/reliability.md
+        docs/matching.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}
   COMPONENT devel)
 install(
@@ -59,6 +69,10 @@ if(NOT QOR_DEBIAN_PACKAGES)
     FILES docs/filter.md
     DESTINATION ${CMAKE_INSTALL_DOCDIR}
     COMPONENT plugin)
+  install(
+    FILES docs/text.md
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT text)
   install(
     FILES LICENSE CHANGELOG.md
     DESTINATION ${CMAKE_INSTALL_DOCDIR}

@@ -41,6 +41,9 @@ if(QOR_SANITIZE)
     qor_project_options
     INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(${sanitize})
+  # RE2 keeps a few objects for ever. Unloaded with a plug-in, it would lose them;
+  # programs that are linked with it keep it loaded.
+  add_link_options(-Wl,--push-state,--no-as-needed -lre2 -Wl,--pop-state)
 endif()
 
 if(QOR_COVERAGE)

@@ -1,71 +1,47 @@
-// The matcher refuses what Poco's regular expressions refuse, and finds what
-// they find: for patterns that they compile soon, on lines that they decide
-// soon. Others would take most of the time.
-
-#include <Poco/Exception.h>
-#include <Poco/RegularExpression.h>
+// The matcher refuses the patterns that PCRE2 refuses, and answers as PCRE2's
+// interpreter does, where that has an answer within a number of steps.
 
 #include <cstdlib>
-#include <memory>
 #include <optional>
+#include <string>
 
-#include "CompileDemand.h"
 #include "FuzzInput.h"
 #include "LineMatcher.h"
+#include "PatternError.h"
+#include "Pcre2Oracle.h"
 
 namespace {
 
-// Patterns and lines that Poco can be trusted with.
+using QorCliMatching::LineMatcher;
+using QorCliMatching::PatternError;
+
+// Compiling longer patterns, and matching longer lines, would take most of the
+// time.
 constexpr std::size_t kLongestPattern = 60;  // bytes
 constexpr std::size_t kLongestLine = 200;
+constexpr std::uint32_t kMostSteps = 50'000;
 
-// What is read when calls are followed: compiling takes a millisecond at most.
-constexpr std::size_t kMostReach = 64 * 1024;
+// Far more than so many steps take.
+constexpr double kSeconds = 10;
 
-// Within so many steps a line is decided soon.
-constexpr char const* kLimit = "(*LIMIT_MATCH=50000)";
-
-using QorCliPipe::LineMatcher;
-using QorCliPipe::pocoOptions;
-
-using Expression = std::unique_ptr<Poco::RegularExpression>;
-using Matcher = std::unique_ptr<LineMatcher>;
-
-// Null when the pattern is refused.
-Expression expressionOf(std::string const& pattern, bool ignoreCase) {
+// Nothing when the pattern is refused.
+std::optional<LineMatcher> matcherOf(std::string const& pattern,
+                                     bool ignoreCase) {
   try {
-    return std::make_unique<Poco::RegularExpression>(
-        pattern, pocoOptions(ignoreCase), true);
-  } catch (Poco::Exception const&) {
-    return nullptr;
-  }
-}
-
-Matcher matcherOf(std::string const& pattern, bool ignoreCase) {
-  try {
-    return std::make_unique<LineMatcher>(pattern, ignoreCase);
-  } catch (Poco::Exception const&) {
-    return nullptr;
-  }
-}
-
-// Nothing when the line is given up on.
-std::optional<bool> said(Poco::RegularExpression const& expression,
-                         std::string const& line) {
-  try {
-    std::string matched;
-    expression.extract(line, matched, 0);
-    return !matched.empty();
-  } catch (Poco::Exception const&) {
+    return std::optional<LineMatcher>(std::in_place, pattern, ignoreCase,
+                                      kSeconds);
+  } catch (PatternError const&) {
     return std::nullopt;
   }
 }
 
-std::optional<bool> said(LineMatcher& matcher, std::string const& line) {
+// A pattern that is too large for callouts has fewer steps than the oracle.
+bool answers(LineMatcher& matcher, std::string const& line,
+             qor_test::Pcre2Oracle const& oracle, bool expected) {
   try {
-    return matcher.matches(line);
-  } catch (Poco::Exception const&) {
-    return std::nullopt;
+    return matcher.matches(line) == expected;
+  } catch (PatternError const&) {
+    return !oracle.fitsWithCallouts() || oracle.hasEndlessCall(line);
   }
 }
 
@@ -78,18 +54,12 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data,
   std::string const pattern = bytes.line();
   std::string const line = bytes.line();
   if (pattern.size() > kLongestPattern || line.size() > kLongestLine) return 0;
-  if (QorCliPipe::compileDemand(pattern, kMostReach).reach == kMostReach) {
-    return 0;
-  }
-  Expression const expression = expressionOf(pattern, ignoreCase);
-  Matcher const matcher = matcherOf(pattern, ignoreCase);
-  if ((expression == nullptr) != (matcher == nullptr)) std::abort();
-  if (!expression) return 0;
-  Expression const limited = expressionOf(kLimit + pattern, ignoreCase);
-  if (!limited) std::abort();
-  std::optional<bool> const expected = said(*limited, line);
-  // Where Poco gives up, the matcher may still know the answer.
-  if (!expected) return 0;
-  if (said(*matcher, line) != expected) std::abort();
+  qor_test::Pcre2Oracle const oracle(pattern, ignoreCase, kMostSteps);
+  std::optional<LineMatcher> matcher = matcherOf(pattern, ignoreCase);
+  if (oracle.isValid() != matcher.has_value()) std::abort();
+  if (!matcher) return 0;
+  // Where the oracle has no answer, the matcher may still know it.
+  std::optional<bool> const expected = oracle.matches(line);
+  if (expected && !answers(*matcher, line, oracle, *expected)) std::abort();
   return 0;
 }

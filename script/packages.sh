@@ -1,8 +1,8 @@
 # The Debian packages that the scripts need. Read by the other scripts.
 
 # What compiles the project.
-build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libcli11-dev
-  libedit-dev)
+build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libpcre2-dev
+  libre2-dev libcli11-dev libedit-dev)
 
 # What its tests need beyond that.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
@@ -15,14 +15,15 @@ check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
 # What packaging and trying the packages needs beyond that.
 install_packages=("${check_packages[@]}" debootstrap dpkg-dev file lintian)
 
-# What the 32-bit build needs beyond that, one to a line: compilers, the
-# libraries' run-time packages, and GoogleTest's sources. Their architecture is
-# added first.
-ilp32_packages() {
-  printf '%s\n' g++-multilib googletest libedit2:i386
-  # Poco's is named after the version of the headers that are installed.
-  dpkg-query --showformat '${Depends}' --show libpoco-dev |
-    sed 's/.*\(libpocofoundation[0-9]*\).*/\1:i386\n/'
+# What the 32-bit build needs beyond that: compilers, and GoogleTest's sources.
+ilp32_packages=(g++-multilib googletest)
+
+# The libraries of a foreign architecture, one to a line: those whose headers are
+# installed, in the same versions of their interfaces.
+foreign_libraries() {
+  dpkg-query --showformat '${Depends}\n' --show libpoco-dev libpcre2-dev \
+    libre2-dev libedit-dev | tr -s ', ' '\n' |
+    grep -Ex '(libpocofoundation|libpcre2-8-|libre2-|libedit)[0-9]+(t64)?'
 }
 
 # What the tests under valgrind, and those on a bare Debian, need beyond that.

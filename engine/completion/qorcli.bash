@@ -33,7 +33,8 @@ _qorcli_quoted() { # QUOTE TEXT
 }
 
 # Prints the candidates for LINE, with the plug-ins and the session that the
-# options in front of the current word name.
+# options in front of the current word name. A unit separator stands for each tab:
+# read would take two tabs, around an empty text, for one.
 _qorcli_candidates() { # LINE
   local program options=() word i
   program=$(_qorcli_unquoted "${COMP_WORDS[0]}")
@@ -46,7 +47,7 @@ _qorcli_candidates() { # LINE
         ;;
     esac
   done
-  "$program" "${options[@]}" --complete "$1" 2>/dev/null
+  "$program" "${options[@]}" --complete "$1" 2>/dev/null | tr '\t' '\037'
 }
 
 # The word of LINE that is being typed: behind the last blank or |, or from the
@@ -68,13 +69,17 @@ _qorcli_line() {
   line=$(_qorcli_unquoted "$current"; printf .)
   line=${line%.}
   word=$(_qorcli_last_word "$line")
-  while IFS=$'\t' read -r kind text help _; do
+  while IFS=$'\037' read -r kind text help _; do
     text=${text//\\\\/\\}
-    list+=("$text  ${help%%\\n*}")
+    list+=("$text${help:+  ${help%%\\n*}}")
     case $text in
       '<cr>') continue ;;
       \<*\>) other=1 ;;
-      *) [[ ${text,,} == "${word,,}"* ]] && lines+=("${line%"$word"}$text") ;;
+      # A text that begins with a quote may stand for a word that does not.
+      *)
+        [[ ${text,,} == "${word,,}"* || ${text,,} == \""${word,,}"* ]] &&
+          lines+=("${line%"$word"}$text")
+        ;;
     esac
     [[ $kind == [25] ]] && follows=1
   done < <(_qorcli_candidates "$line")
@@ -125,7 +130,7 @@ _qorcli() {
     --mode | --cursor) ;;
     *)
       mapfile -t COMPREPLY < <(compgen -W '-c --plugin --complete --help-line
-        --mode --cursor --login --no-pager --trace --timing --help
+        --mode --cursor --login --no-pager --raw --trace --timing --help
         --version' -- "$current")
       ;;
   esac

@@ -147,6 +147,12 @@ bool offerReturn(std::vector<Candidate> const& candidates) {
   return std::any_of(candidates.begin(), candidates.end(), isReturn);
 }
 
+void removeReturn(std::vector<Candidate>& candidates) {
+  candidates.erase(
+      std::remove_if(candidates.begin(), candidates.end(), isReturn),
+      candidates.end());
+}
+
 Completion complete(std::string const& word,
                     std::vector<Candidate> const& candidates) {
   std::vector<std::string> const texts = textsBeginningWith(word, candidates);

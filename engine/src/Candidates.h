@@ -29,6 +29,8 @@ bool isReturn(Candidate const& candidate);
 // Whether "<cr>" is among them.
 bool offerReturn(std::vector<Candidate> const& candidates);
 
+void removeReturn(std::vector<Candidate>& candidates);
+
 struct Completion {
   std::string word;  // what takes the place of the word that is being typed
   bool show;         // there is more to choose from: show the candidates

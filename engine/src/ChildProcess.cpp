@@ -1,6 +1,7 @@
 #include "ChildProcess.h"
 
-#include <spawn.h>
+#include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 #include <cstring>
 
 #include "EngineErrors.h"
+#include "FileDescriptor.h"
 #include "Interrupts.h"
 
 namespace QorCliEngine {
@@ -17,34 +19,63 @@ namespace {
 constexpr int kGracePolls = 50;
 constexpr useconds_t kGracePollInterval = 10'000;  // microseconds
 
-// The descriptors and signals that a program starts with.
-class SpawnSettings {
+// Blocks every signal while it lives: none is to reach a child that still has
+// the engine's handlers.
+class BlockedSignals {
  public:
-  SpawnSettings(int input, int output) {
-    posix_spawn_file_actions_init(&actions_);
-    posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-    posix_spawnattr_init(&attributes_);
-    sigset_t ignored;
-    sigemptyset(&ignored);
-    sigaddset(&ignored, SIGPIPE);
-    posix_spawnattr_setsigdefault(&attributes_, &ignored);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
+  BlockedSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_SETMASK, &all, &before_);
   }
-  ~SpawnSettings() {
-    posix_spawnattr_destroy(&attributes_);
-    posix_spawn_file_actions_destroy(&actions_);
-  }
-  SpawnSettings(SpawnSettings const&) = delete;
-  SpawnSettings& operator=(SpawnSettings const&) = delete;
+  ~BlockedSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  BlockedSignals(BlockedSignals const&) = delete;
+  BlockedSignals& operator=(BlockedSignals const&) = delete;
 
-  posix_spawn_file_actions_t const* actions() const { return &actions_; }
-  posix_spawnattr_t const* attributes() const { return &attributes_; }
+  sigset_t const& before() const { return before_; }
 
  private:
-  posix_spawn_file_actions_t actions_;
-  posix_spawnattr_t attributes_;
+  sigset_t before_;
 };
+
+// What follows is called between fork and exec, where only functions that a
+// signal handler may call are allowed.
+
+void resetSignals(sigset_t mask) {
+  for (int signal = 1; signal < NSIG; ++signal) {
+    struct sigaction action {};
+    if (sigaction(signal, nullptr, &action) != 0) continue;
+    bool const ignored = action.sa_handler == SIG_IGN && signal != SIGPIPE;
+    if (!ignored) std::signal(signal, SIG_DFL);
+  }
+  sigdelset(&mask, SIGPIPE);
+  sigprocmask(SIG_SETMASK, &mask, nullptr);
+}
+
+[[noreturn]] void becomeProgram(char* const* arguments, int input, int output,
+                                int failure) {
+  ::dup2(input, STDIN_FILENO);
+  ::dup2(output, STDOUT_FILENO);
+  ::execvp(arguments[0], arguments);
+  int const error = errno;
+  ssize_t const written = ::write(failure, &error, sizeof error);
+  ::_exit(written < 0 ? 126 : 127);
+}
+
+// However the engine ends, by a crash of a plug-in, too, its child does not go
+// on alone.
+void endWithParent(pid_t parent, int signal) {
+  ::prctl(PR_SET_PDEATHSIG, signal);
+  if (::getppid() != parent) ::_exit(127);
+}
+
+// Of the program that is started with the other end: 0 when it has begun.
+int errorFrom(int descriptor) {
+  int error = 0;
+  while (::read(descriptor, &error, sizeof error) < 0 && errno == EINTR) {
+  }
+  return error;
+}
 
 std::string describe(int status) {
   if (WIFSIGNALED(status)) {
@@ -59,26 +90,46 @@ std::string describe(int status) {
 }  // namespace
 
 ChildProcess::ChildProcess(std::vector<std::string> const& words, int input,
-                           int output) {
+                           int output, int orphanSignal) {
   std::vector<char*> arguments;
   arguments.reserve(words.size() + 1);
   for (std::string const& word : words) {
     arguments.push_back(const_cast<char*>(word.c_str()));
   }
   arguments.push_back(nullptr);
-  SpawnSettings const settings(input, output);
-  int const error =
-      posix_spawnp(&pid_, arguments.front(), settings.actions(),
-                   settings.attributes(), arguments.data(), environ);
+  int const error = start(arguments.data(), input, output, orphanSignal);
   if (error != 0) {
-    pid_ = 0;
     throw SourceFailure("cannot run \"" + words.front() +
                         "\": " + std::strerror(error));
   }
 }
 
+// Returns 0, or the number of the error.
+int ChildProcess::start(char* const* arguments, int input, int output,
+                        int orphanSignal) {
+  int ends[2];
+  if (::pipe2(ends, O_CLOEXEC) != 0) return errno;
+  FileDescriptor const readEnd(ends[0]);
+  FileDescriptor writeEnd(ends[1]);
+  pid_t const engine = ::getpid();
+  {
+    BlockedSignals const blocked;
+    pid_ = ::fork();
+    if (pid_ < 0) return errno;
+    if (pid_ == 0) {
+      endWithParent(engine, orphanSignal);
+      resetSignals(blocked.before());
+      becomeProgram(arguments, input, output, writeEnd.get());
+    }
+  }
+  writeEnd.reset();
+  int const error = errorFrom(readEnd.get());
+  if (error != 0) wait(false);
+  return error;
+}
+
 ChildProcess::~ChildProcess() {
-  if (pid_ == 0) return;
+  if (pid_ <= 0) return;
   ::kill(pid_, SIGTERM);
   if (endsInTime()) return;
   ::kill(pid_, SIGKILL);

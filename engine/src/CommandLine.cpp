@@ -31,6 +31,7 @@ class QuoteTracker {
   bool isOutside(std::size_t i) {
     if (i < end_) return false;
     if (line_[i] != '"') return true;
+    begin_ = i;
     end_ = closingQuote(line_, i) + 1;
     return false;
   }
@@ -38,8 +39,12 @@ class QuoteTracker {
   // Whether the line ends in quoted text that is not closed.
   bool inside() const { return end_ > line_.size(); }
 
+  // Where the last quoted text begins.
+  std::size_t begin() const { return begin_; }
+
  private:
   std::string const& line_;
+  std::size_t begin_ = 0;
   std::size_t end_ = 0;  // behind the last quoted text
 };
 
@@ -48,6 +53,12 @@ bool isSpace(char c) {
 }
 
 }  // namespace
+
+bool isSilent(std::string const& line) {
+  std::size_t begin = 0;
+  while (begin < line.size() && isSpace(line[begin])) ++begin;
+  return begin == line.size() || line[begin] == '#' || line[begin] == '!';
+}
 
 std::vector<std::string> stages(std::string const& line) {
   std::vector<std::string> result(1);
@@ -61,6 +72,17 @@ std::vector<std::string> stages(std::string const& line) {
   }
   for (std::string& stage : result) Poco::trimInPlace(stage);
   return result;
+}
+
+std::size_t stageEnd(std::string const& line, std::size_t number) {
+  QuoteTracker quotes(line);
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    bool const separates = quotes.isOutside(i) && line[i] == '|';
+    if (separates && --number == 0) break;
+    if (!isSpace(line[i])) end = i + 1;
+  }
+  return end;
 }
 
 std::string firstWord(std::string const& stage) {
@@ -88,6 +110,28 @@ TypedEnd typedEnd(std::string const& line) {
   }
   end.insideQuotes = quotes.inside();
   return end;
+}
+
+std::vector<std::size_t> wordEnds(std::string const& line) {
+  std::vector<std::size_t> ends;
+  QuoteTracker quotes(line);
+  bool inWord = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    bool const outside = quotes.isOutside(i);
+    bool const separator = outside && line[i] == '|';
+    bool const wasInWord = inWord;
+    inWord = !separator && !(outside && isSpace(line[i]));
+    if (wasInWord && !inWord) ends.push_back(i);
+    if (separator) ends.clear();
+  }
+  if (inWord) ends.push_back(line.size());
+  return ends;
+}
+
+std::size_t openQuote(std::string const& line) {
+  QuoteTracker quotes(line);
+  for (std::size_t i = 0; i < line.size(); ++i) quotes.isOutside(i);
+  return quotes.inside() ? quotes.begin() : std::string::npos;
 }
 
 std::string unquoted(std::string const& word) {

@@ -16,9 +16,17 @@ namespace QorCliEngine {
 // Quotes and backslashes stay in the text.
 namespace CommandLine {
 
+// Whether nothing is to be run: `line` is of white space only, or a comment,
+// which begins with "#" or "!".
+bool isSilent(std::string const& line);
+
 // The stages of `line`, without white space around them. A stage may be empty;
 // a line of white space only has one, which is.
 std::vector<std::string> stages(std::string const& line);
+
+// Where stage `number` of `line`, counted from 1, ends, without the white space
+// behind it. The line has that many stages.
+std::size_t stageEnd(std::string const& line, std::size_t number);
 
 // The first word of a stage: up to the first white space.
 std::string firstWord(std::string const& stage);
@@ -36,6 +44,13 @@ struct TypedEnd {
 };
 
 TypedEnd typedEnd(std::string const& line);
+
+// Where the words of the last stage end, each behind its last character, in
+// order.
+std::vector<std::size_t> wordEnds(std::string const& line);
+
+// The index of a quote in `line` that is not closed; npos when there is none.
+std::size_t openQuote(std::string const& line);
 
 // A word without its quotes: if it begins with a double quote, that and a
 // closing one are taken away, and escaped quotes in between become quotes.

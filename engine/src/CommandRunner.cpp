@@ -1,12 +1,17 @@
 #include "CommandRunner.h"
 
+#include <unistd.h>
+
 #include <iostream>
 #include <utility>
 
 #include "CommandLine.h"
 #include "EngineErrors.h"
-#include "Framework.h"
+#include "Layout.h"
+#include "LineInstances.h"
+#include "Messages.h"
 #include "Pipeline.h"
+#include "Terminal.h"
 
 namespace QorCliEngine {
 namespace {
@@ -22,23 +27,37 @@ void refuseEmptyStages(std::vector<std::string> const& texts) {
   }
 }
 
+void refuseOpenQuote(std::string const& line,
+                     std::vector<std::string> const& texts) {
+  std::size_t const quote = CommandLine::openQuote(line);
+  if (quote == std::string::npos) return;
+  std::size_t const column = Layout::width(line.substr(0, quote)) + 1;
+  throw CommandFailure(stageName(texts.size(), texts.back()) +
+                       ": the quote at column " + std::to_string(column) +
+                       " of the line is not closed");
+}
+
 }  // namespace
 
-CommandRunner::CommandRunner(Session& session, SourceCommands& sourceCommands,
-                             StandardInput& input, OutputWriter& output,
-                             Diagnostics& diagnostics)
-    : session_(session),
+CommandRunner::CommandRunner(Plugins& plugins, Session& session,
+                             SourceCommands& sourceCommands,
+                             Completer& completer, StandardInput& input,
+                             OutputWriter& output, Diagnostics& diagnostics)
+    : plugins_(plugins),
+      session_(session),
       sourceCommands_(sourceCommands),
+      completer_(completer),
       input_(input),
       output_(output),
       diagnostics_(diagnostics) {}
 
 bool CommandRunner::run(std::string const& line) {
+  if (CommandLine::isSilent(line)) return true;
   std::vector<std::string> const texts = CommandLine::stages(line);
-  if (texts.size() == 1 && texts.front().empty()) return true;
   Diagnostics::Line const watched(diagnostics_);
   try {
     try {
+      refuseOpenQuote(line, texts);
       refuseEmptyStages(texts);
       runStages(texts);
       output_.finish();
@@ -48,14 +67,26 @@ bool CommandRunner::run(std::string const& line) {
       output_.finish();
       throw;
     }
+  } catch (NotUnderstood const& failure) {
+    diagnostics_.showTrace();
+    Messages::show(failure.what());
+    pointOut(line, failure.stage());
   } catch (CommandFailure const& failure) {
     diagnostics_.showTrace();
-    std::cerr << failure.lines() << "qorcli: " << failure.what() << std::endl;
+    Messages::show(failure.what(), failure.lines());
   } catch (Interrupted const&) {
     output_.buffer().clear();
     output_.finish();
   }
   return false;
+}
+
+// Only for an operator: a log is better off with one line for each failure.
+void CommandRunner::pointOut(std::string const& line, std::size_t stage) {
+  if (::isatty(STDERR_FILENO) == 0) return;
+  std::cerr << completer_.pointOut(line, stage, Terminal::size().columns)
+            << std::flush;
+  diagnostics_.dropTrace();
 }
 
 // A line that begins with none of the engine's commands begins with a pipe
@@ -78,14 +109,15 @@ void CommandRunner::runStages(std::vector<std::string> const& texts) {
   }
   Pipeline pipeline(stageName(1, first), std::move(stages), output_,
                     diagnostics_);
-  pipeline.run(*source, Framework::instance().pipeComponents());
+  LineInstances instances(plugins_);
+  pipeline.run(*source, instances);
 }
 
 std::unique_ptr<Source> CommandRunner::prepare(std::string const& text) {
   try {
     return sourceCommands_.prepare(text);
   } catch (SourceFailure const& failure) {
-    throw CommandFailure(stageName(1, text) + ": " + failure.what());
+    throw NotUnderstood(1, stageName(1, text) + ": " + failure.what());
   }
 }
 

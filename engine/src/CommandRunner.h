@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "Completer.h"
 #include "Diagnostics.h"
 #include "OutputWriter.h"
 #include "PipeStage.h"
+#include "Plugins.h"
 #include "Session.h"
 #include "Source.h"
 #include "SourceCommands.h"
@@ -19,21 +21,25 @@ namespace QorCliEngine {
 class CommandRunner {
  public:
   // No argument is owned.
-  CommandRunner(Session& session, SourceCommands& sourceCommands,
+  CommandRunner(Plugins& plugins, Session& session,
+                SourceCommands& sourceCommands, Completer& completer,
                 StandardInput& input, OutputWriter& output,
                 Diagnostics& diagnostics);
 
   // Runs one line, to its end. Returns false when it failed or was interrupted;
-  // why, is then on standard error. An empty line succeeds. Throws OutputClosed
-  // when nobody reads the output.
+  // why, is then on standard error. An empty line and a comment succeed. Throws
+  // OutputClosed when nobody reads the output.
   bool run(std::string const& line);
 
  private:
+  void pointOut(std::string const& line, std::size_t stage);
   void runStages(std::vector<std::string> const& texts);
   std::unique_ptr<Source> prepare(std::string const& text);
 
+  Plugins& plugins_;
   Session& session_;
   SourceCommands& sourceCommands_;
+  Completer& completer_;
   StandardInput& input_;
   OutputWriter& output_;
   Diagnostics& diagnostics_;

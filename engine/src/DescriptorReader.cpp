@@ -5,19 +5,21 @@
 
 #include <cerrno>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "EngineErrors.h"
+#include "Interrupts.h"
 
 namespace QorCliEngine {
 namespace {
 
 constexpr int kDoNotWait = 0;  // milliseconds
 
-// Errors and interruptions count as readable: reading tells.
-bool readable(int descriptor, int timeout) {
+// Errors count as readable: reading tells.
+bool isReadable(int descriptor) {
   pollfd request{descriptor, POLLIN, 0};
-  return ::poll(&request, 1, timeout) != 0;
+  return ::poll(&request, 1, kDoNotWait) != 0;
 }
 
 }  // namespace
@@ -38,7 +40,7 @@ Source::State DescriptorReader::read(LineChunker& chunker) const {
 Source::State DescriptorReader::read(char* place, std::size_t size,
                                      std::size_t& count) const {
   count = 0;
-  if (!readable(descriptor_, kDoNotWait)) return Source::State::kIdle;
+  if (!isReadable(descriptor_)) return Source::State::kIdle;
   ssize_t const n = ::read(descriptor_, place, size);
   if (n == 0) return Source::State::kEnd;
   if (n > 0) {
@@ -49,8 +51,10 @@ Source::State DescriptorReader::read(char* place, std::size_t size,
   throw SourceFailure("cannot read " + name_ + ": " + std::strerror(errno));
 }
 
-bool DescriptorReader::wait(int milliseconds) const {
-  return readable(descriptor_, milliseconds);
+void DescriptorReader::wait(int milliseconds) const {
+  pollfd requests[] = {{descriptor_, POLLIN, 0},
+                       {Interrupts::descriptor(), POLLIN, 0}};
+  ::poll(requests, std::size(requests), milliseconds);
 }
 
 }  // namespace QorCliEngine

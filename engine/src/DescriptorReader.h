@@ -15,7 +15,7 @@ class DescriptorReader {
   DescriptorReader(int descriptor, std::string name);
 
   Source::State read(LineChunker& chunker) const;
-  bool wait(int milliseconds) const;
+  void wait(int milliseconds) const;
 
   // As read, into `size` bytes at `place`; stores in `count` how many came.
   Source::State read(char* place, std::size_t size, std::size_t& count) const;

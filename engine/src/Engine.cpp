@@ -2,9 +2,8 @@
 
 #include <unistd.h>
 
-#include <iostream>
-
 #include "EngineErrors.h"
+#include "Messages.h"
 #include "PagedOutput.h"
 #include "Shell.h"
 #include "Terminal.h"
@@ -22,8 +21,11 @@ std::unique_ptr<OutputWriter> makeOutput(Options const& options) {
   // A trace would be written across the pager's screen.
   bool const paged = isInteractive(options) && !options.noPager &&
                      !options.trace && ::isatty(STDOUT_FILENO) != 0;
-  if (paged) return std::make_unique<PagedOutput>();
-  return std::make_unique<OutputWriter>();
+  auto const form = ::isatty(STDOUT_FILENO) != 0 && !options.raw
+                        ? OutputWriter::Form::kVisible
+                        : OutputWriter::Form::kRaw;
+  if (paged) return std::make_unique<PagedOutput>(form);
+  return std::make_unique<OutputWriter>(form);
 }
 
 }  // namespace
@@ -31,7 +33,7 @@ std::unique_ptr<OutputWriter> makeOutput(Options const& options) {
 Engine::Engine(Options const& options)
     : options_(options),
       diagnostics_(options.trace, options.timing),
-      plugins_(options.plugins),
+      plugins_(options.plugins, diagnostics_),
       session_(options.mode, options.cursor, options.loginName),
       output_(makeOutput(options)),
       sourceCommands_(
@@ -43,7 +45,8 @@ Engine::Engine(Options const& options)
            },
            [this] { return TreeDrawing::graph(completer_.commandTrees()); }}),
       completer_(session_, sourceCommands_),
-      runner_(session_, sourceCommands_, input_, *output_, diagnostics_) {}
+      runner_(plugins_, session_, sourceCommands_, completer_, input_, *output_,
+              diagnostics_) {}
 
 int Engine::run() {
   try {
@@ -81,7 +84,7 @@ int Engine::runScript() {
       if (!runner_.run(line)) status = kExitFailedCommand;
     }
   } catch (SourceFailure const& failure) {
-    std::cerr << "qorcli: " << failure.what() << std::endl;
+    Messages::show(failure.what());
     status = kExitFailedCommand;
   }
   return status;
@@ -100,7 +103,7 @@ int Engine::printCandidates(QorCliActionEnum_2T action,
     output_->finish();
     return kExitSuccess;
   } catch (CommandFailure const& failure) {
-    std::cerr << "qorcli: " << failure.what() << std::endl;
+    Messages::show(failure.what());
     return kExitFailedCommand;
   }
 }

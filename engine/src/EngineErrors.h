@@ -1,6 +1,7 @@
 #ifndef QOR_CLI_ENGINE_ERRORS_H
 #define QOR_CLI_ENGINE_ERRORS_H
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -27,6 +28,19 @@ class CommandFailure : public std::runtime_error {
 
  private:
   std::string lines_;
+};
+
+// A stage is no command that is known, or not the whole of one.
+class NotUnderstood : public CommandFailure {
+ public:
+  // `stage`: counted from 1, in the line as it was typed.
+  NotUnderstood(std::size_t stage, std::string const& sentence)
+      : CommandFailure(sentence), stage_(stage) {}
+
+  std::size_t stage() const { return stage_; }
+
+ private:
+  std::size_t stage_;
 };
 
 // A plug-in cannot be used: what() is a plain sentence that names it.

@@ -24,6 +24,9 @@ class FileDescriptor {
   explicit operator bool() const { return descriptor_ >= 0; }
   int get() const { return descriptor_; }
 
+  // Gives the descriptor up without closing it.
+  int release() { return std::exchange(descriptor_, kNone); }
+
   void reset() {
     if (descriptor_ >= 0) ::close(descriptor_);
     descriptor_ = kNone;

@@ -14,7 +14,9 @@ FileSource::FileSource(std::string path) : path_(std::move(path)) {}
 
 void FileSource::start() {
   std::string const name = '"' + path_ + '"';
-  file_ = FileDescriptor(::open(path_.c_str(), O_RDONLY | O_CLOEXEC));
+  // Opening a FIFO would wait until somebody writes, and not be interrupted.
+  file_ = FileDescriptor(
+      ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file_) {
     throw SourceFailure("cannot open " + name + ": " + std::strerror(errno));
   }
@@ -25,6 +27,6 @@ Source::State FileSource::read(LineChunker& chunker) {
   return reader_->read(chunker);
 }
 
-bool FileSource::wait(int milliseconds) { return reader_->wait(milliseconds); }
+void FileSource::wait(int milliseconds) { reader_->wait(milliseconds); }
 
 }  // namespace QorCliEngine

@@ -17,7 +17,7 @@ class FileSource : public Source {
 
   void start() override;
   State read(LineChunker& chunker) override;
-  bool wait(int milliseconds) override;
+  void wait(int milliseconds) override;
 
  private:
   std::string path_;

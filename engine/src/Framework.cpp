@@ -94,6 +94,24 @@ std::string reasonToRefuseInterface(QorMgmtSpiInterface_1 const& provided,
 
 }  // namespace
 
+Framework::Registration::Registration(Framework& framework, Registry registry)
+    : framework_(framework) {
+  framework_.refusal_.clear();
+  if (registry == Registry::kCopies) framework_.registry_ = &framework_.copies_;
+  before_ = framework_.registry_->size();
+}
+
+Framework::Registration::~Registration() {
+  framework_.registry_ = &framework_.components_;
+}
+
+Framework::Components Framework::Registration::components() const {
+  Components const& all = *framework_.registry_;
+  auto const first =
+      all.begin() + static_cast<std::ptrdiff_t>(std::min(before_, all.size()));
+  return Components(first, all.end());
+}
+
 Framework::Framework()
     : offered_{{"qorcli", "QorMwSpiLog", kVersion},
                {"qorcli", "TavMwSpiTrace", kVersion}} {
@@ -106,9 +124,10 @@ Framework::Framework()
   portal_.unregisterComponent = unregisterFromFramework;
 }
 
-std::vector<PipeComponent> Framework::pipeComponents() const {
+std::vector<PipeComponent> Framework::pipeComponents(
+    Components const& components) {
   std::vector<PipeComponent> result;
-  for (QorMgmtSpiComponent_1 const* component : components_) {
+  for (QorMgmtSpiComponent_1 const* component : components) {
     for (auto const* provided : entries(component->providedInterfaces)) {
       if (!isPipeInterface(*provided)) continue;
       result.emplace_back(pipeFunctions(*provided));
@@ -139,16 +158,18 @@ QorReturnT Framework::getInterface(char const* componentName,
 QorReturnT Framework::registerComponent(QorMgmtSpiComponent_1* component) {
   refusal_ = reasonToRefuse(component);
   if (!refusal_.empty()) return QOR_RETURN_INVALID_ARGUMENT;
-  components_.push_back(component);
+  registry_->push_back(component);
   return QOR_RETURN_SUCCESS;
 }
 
 QorReturnT Framework::unregisterComponent(QorMgmtSpiComponent_1* component) {
-  auto const found =
-      std::find(components_.begin(), components_.end(), component);
-  if (found == components_.end()) return QOR_RETURN_NOT_FOUND;
-  components_.erase(found);
-  return QOR_RETURN_SUCCESS;
+  for (Components* registry : {&components_, &copies_}) {
+    auto const found = std::find(registry->begin(), registry->end(), component);
+    if (found == registry->end()) continue;
+    registry->erase(found);
+    return QOR_RETURN_SUCCESS;
+  }
+  return QOR_RETURN_NOT_FOUND;
 }
 
 QorMgmtSpiInterface_1 const* Framework::find(
@@ -173,6 +194,8 @@ std::string Framework::reasonToRefuse(
   }
   char const* const name = component->identity.componentName;
   for (QorMgmtSpiComponent_1 const* other : components_) {
+    if (other == component) return "its record is registered already";
+    if (registry_ == &copies_) continue;
     if (fits(name, other->identity.componentName)) {
       return "there is a component " + orAny(name) + " already";
     }

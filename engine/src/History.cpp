@@ -1,55 +1,31 @@
 #include "History.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <new>
-#include <system_error>
+
+#include "EditLibrary.h"
 
 namespace QorCliEngine {
 namespace {
 
-namespace fs = std::filesystem;
-
-// The user's state directory, or an empty path.
-fs::path stateDirectory() {
-  char const* const state = std::getenv("XDG_STATE_HOME");
-  if (state != nullptr && *state == '/') return state;
-  char const* const home = std::getenv("HOME");
-  if (home == nullptr || *home != '/') return {};
-  return fs::path(home) / ".local" / "state";
-}
-
-// The file's path, with its directory made; empty when that is impossible.
-std::string historyFile() {
-  fs::path const state = stateDirectory();
-  if (state.empty()) return "";
-  fs::path const directory = state / "qorcli";
-  std::error_code error;
-  bool const made = fs::create_directories(directory, error);
-  if (error) return "";
-  if (made) fs::permissions(directory, fs::perms::owner_all, error);
-  return directory / "history";
-}
+EditLibrary const& edit() { return EditLibrary::get(); }
 
 }  // namespace
 
-History::History() : history_(history_init()), file_(historyFile()) {
+History::History() : history_(edit().history_init()) {
   if (history_ == nullptr) throw std::bad_alloc();
   HistEvent event;
-  history(history_, &event, H_SETSIZE, kMostLines);
-  history(history_, &event, H_SETUNIQUE, 1);
-  if (!file_.empty()) history(history_, &event, H_LOAD, file_.c_str());
+  edit().history(history_, &event, H_SETSIZE, kMostLines);
+  edit().history(history_, &event, H_SETUNIQUE, 1);
+  file_.load(history_, kMostLines);
 }
 
-History::~History() {
-  HistEvent event;
-  if (!file_.empty()) history(history_, &event, H_SAVE, file_.c_str());
-  history_end(history_);
-}
+History::~History() { edit().history_end(history_); }
 
 void History::add(std::string const& line) {
   HistEvent event;
-  history(history_, &event, H_ENTER, line.c_str());
+  bool const isNew =
+      edit().history(history_, &event, H_ENTER, line.c_str()) > 0;
+  if (isNew) file_.append(line);
 }
 
 }  // namespace QorCliEngine

@@ -5,22 +5,23 @@
 
 #include <string>
 
+#include "HistoryFile.h"
+
 namespace QorCliEngine {
 
-// The command lines that were typed, kept between runs in the user's state
-// directory: $XDG_STATE_HOME/qorcli/history, or below ~/.local/state. Without
-// such a directory they are kept in memory only.
+// The command lines that were typed, in this session and, as far as there is a
+// file for them, in those before it. One thread.
 class History {
  public:
   static constexpr int kMostLines = 1000;
 
   History();
-  // Writes the file; failing to is no error.
   ~History();
   History(History const&) = delete;
   History& operator=(History const&) = delete;
 
-  // A line that repeats the one before it is kept once.
+  // Keeps a line, in the file at once. A line that repeats the one before it is
+  // kept once.
   void add(std::string const& line);
 
   // For the line editor. Valid as long as this object.
@@ -28,7 +29,7 @@ class History {
 
  private:
   ::History* history_;
-  std::string file_;  // empty: none
+  HistoryFile file_;
 };
 
 }  // namespace QorCliEngine

@@ -22,6 +22,11 @@ class Interrupts {
   // Whether the engine is to end: SIGTERM or SIGHUP has come. Never reset.
   static bool leaving();
 
+  // A file descriptor that is readable while requested() holds; negative
+  // before install(). To be waited for together with what else is: a signal
+  // may come just before a system call begins to wait.
+  static int descriptor();
+
   // Forgets SIGWINCH (the terminal has another size) or SIGCONT (the engine
   // runs again after a stop); returns whether it had come.
   static bool takeResized();

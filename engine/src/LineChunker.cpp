@@ -49,8 +49,13 @@ void LineChunker::noteAdded(std::size_t size) {
   char* const begin = &buffer_[size_];
   char* const end = begin + size;
   for (char* nul = begin; (nul = findNul(nul, end)) != nullptr;) *nul = ' ';
-  std::size_t const lineFeed = std::string_view(begin, size).rfind('\n');
-  if (lineFeed != std::string_view::npos) lineEnd_ = size_ + lineFeed + 1;
+  // string_view::rfind would look at a long line byte by byte.
+  void const* const lineFeed = ::memrchr(begin, '\n', size);
+  if (lineFeed != nullptr) {
+    lineEnd_ = static_cast<std::size_t>(static_cast<char const*>(lineFeed) -
+                                        buffer_.data()) +
+               1;
+  }
   size_ += size;
 }
 

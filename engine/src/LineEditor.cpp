@@ -1,5 +1,6 @@
 #include "LineEditor.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -9,8 +10,10 @@
 #include <new>
 
 #include "CommandLine.h"
+#include "EditLibrary.h"
 #include "EngineErrors.h"
 #include "Interrupts.h"
+#include "KeySequences.h"
 #include "Layout.h"
 #include "Terminal.h"
 
@@ -19,10 +22,18 @@ namespace {
 
 constexpr char kPasteModeOn[] = "\033[?2004h";
 constexpr char kPasteModeOff[] = "\033[?2004l";
-constexpr wchar_t kPasteEnd[] = L"\033[201~";
 constexpr wchar_t kControlC = 3;
+constexpr wchar_t kControlG = 7;
+constexpr wchar_t kControlR = 18;
+constexpr wchar_t kControlV = 22;
+// Keys that no terminal has, pressed by the editor itself.
+constexpr wchar_t kInsertWaiting[] = L"\033[waiting";
+constexpr wchar_t kCloseQuote[] = L"\033[quote";
+constexpr wchar_t kShowSearch[] = L"\033[search";
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::size_t kTabStop = 8;  // cells
+
+EditLibrary const& edit() { return EditLibrary::get(); }
 
 // The cells up to the end of `text`, behind `from` cells, as the line editor
 // shows them: a tab up to the next stop, another control character as two.
@@ -57,10 +68,35 @@ void append(std::string& text, wchar_t character) {
   if (size <= sizeof bytes) text.append(bytes, size);
 }
 
+bool isControl(wchar_t character) {
+  return character < L' ' || character == KeySequences::kDelete;
+}
+
 // What a pasted character becomes in a line: nothing that would end or edit it.
 wchar_t pasted(wchar_t character) {
-  if (character == L'\t') return character;
-  return character < L' ' || character == 0x7F ? L' ' : character;
+  return character != L'\t' && isControl(character) ? L' ' : character;
+}
+
+// Whether there is more to read at once.
+bool moreIsTyped() {
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  return ::poll(&input, 1, 0) > 0;
+}
+
+// The lines of a pasted text; those behind the first that are empty are not
+// worth an Enter. There is at least one.
+std::vector<std::string> pastedLines(std::wstring const& text) {
+  std::vector<std::string> lines(1);
+  for (wchar_t character : text) {
+    bool const ends = character == L'\n' || character == L'\r';
+    if (!ends) {
+      append(lines.back(), pasted(character));
+    } else if (lines.size() == 1 || !lines.back().empty()) {
+      lines.emplace_back();
+    }
+  }
+  if (lines.size() > 1 && lines.back().empty()) lines.pop_back();
+  return lines;
 }
 
 }  // namespace
@@ -69,7 +105,7 @@ wchar_t pasted(wchar_t character) {
 struct LineEditor::Keys {
   static LineEditor& of(EditLine* editor) {
     void* data = nullptr;
-    el_get(editor, EL_CLIENTDATA, &data);
+    edit().el_get(editor, EL_CLIENTDATA, &data);
     return *static_cast<LineEditor*>(data);
   }
 
@@ -87,7 +123,7 @@ struct LineEditor::Keys {
   }
 
   static char* prompt(EditLine* editor) {
-    return const_cast<char*>(of(editor).session_.prompt().c_str());
+    return const_cast<char*>(of(editor).prompt().c_str());
   }
 };
 
@@ -95,17 +131,18 @@ LineEditor::LineEditor(Session& session, Completer& completer, History& history,
                        std::FILE* screen)
     : session_(session),
       completer_(completer),
+      history_(history),
       screen_(screen),
-      editor_(el_init("qorcli", stdin, screen, stderr)) {
+      editor_(edit().el_init("qorcli", stdin, screen, stderr)) {
   if (editor_ == nullptr) throw std::bad_alloc();
-  el_set(editor_, EL_CLIENTDATA, this);
-  el_set(editor_, EL_PROMPT, &Keys::prompt);
-  el_set(editor_, EL_GETCFN, &Keys::read);
-  el_set(editor_, EL_HIST, ::history, history.handle());
+  edit().el_set(editor_, EL_CLIENTDATA, this);
+  edit().el_set(editor_, EL_PROMPT, &Keys::prompt);
+  edit().el_set(editor_, EL_GETCFN, &Keys::read);
+  edit().el_set(editor_, EL_HIST, edit().history, history.handle());
   bindKeys();
 }
 
-LineEditor::~LineEditor() { el_end(editor_); }
+LineEditor::~LineEditor() { edit().el_end(editor_); }
 
 void LineEditor::bindKeys() {
   struct Binding {
@@ -123,31 +160,45 @@ void LineEditor::bindKeys() {
        &Keys::perform<&LineEditor::help>},
       {"\\e[200~", "qor-paste", L"qor-paste", L"Insert pasted text",
        &Keys::perform<&LineEditor::paste>},
+      {"\\e[waiting", "qor-insert-waiting", L"qor-insert-waiting",
+       L"Insert the next pasted line",
+       &Keys::perform<&LineEditor::insertWaiting>},
+      {"\\e[quote", "qor-close-quote", L"qor-close-quote",
+       L"Close the quote that is open",
+       &Keys::perform<&LineEditor::closeQuote>},
+      {"^R", "qor-search", L"qor-search", L"Search the history",
+       &Keys::perform<&LineEditor::search>},
+      {"\\e[search", "qor-show-search", L"qor-show-search",
+       L"Show what was found", &Keys::perform<&LineEditor::showSearch>},
       {"^C", "qor-interrupt", L"qor-interrupt", L"Give the line up",
        &Keys::perform<&LineEditor::interrupt>},
       {"^Z", "qor-suspend", L"qor-suspend", L"Stop until continued",
        &Keys::perform<&LineEditor::suspend>},
   };
-  el_set(editor_, EL_EDITOR, "emacs");
+  edit().el_set(editor_, EL_EDITOR, "emacs");
   for (Binding const& binding : bindings) {
-    el_wset(editor_, EL_ADDFN, binding.wideName, binding.help,
-            binding.function);
-    el_set(editor_, EL_BIND, binding.key, binding.name, nullptr);
+    edit().el_wset(editor_, EL_ADDFN, binding.wideName, binding.help,
+                   binding.function);
+    edit().el_set(editor_, EL_BIND, binding.key, binding.name, nullptr);
   }
-  el_set(editor_, EL_BIND, "^V", "ed-quoted-insert", nullptr);
-  el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", nullptr);
+  edit().el_set(editor_, EL_BIND, "^V", "ed-quoted-insert", nullptr);
+  edit().el_set(editor_, EL_BIND, "^S", "ed-unassigned", nullptr);
+  edit().el_set(editor_, EL_BIND, "\\e[A", "ed-search-prev-history", nullptr);
+  edit().el_set(editor_, EL_BIND, "\\e[B", "ed-search-next-history", nullptr);
+  edit().el_set(editor_, EL_BIND, "\\e[3~", "ed-delete-next-char", nullptr);
   // While a line is edited, Ctrl-C is a key: as a signal it would throw away
   // what has been typed ahead, and could come between two system calls.
-  el_set(editor_, EL_SETTY, "-d", "-isig", nullptr);
+  edit().el_set(editor_, EL_SETTY, "-d", "-isig", nullptr);
 }
 
 bool LineEditor::read(std::string& line) {
   // Before the library would, which is after it shows the prompt: what comes
   // in between would be taken for input of a program.
-  el_set(editor_, EL_PREP_TERM, 1);
+  edit().el_set(editor_, EL_PREP_TERM, 1);
   std::fputs(kPasteModeOn, screen_);
+  if (!waiting_.empty()) ready_ = kInsertWaiting;
   int count = 0;
-  char const* const text = el_gets(editor_, &count);
+  char const* const text = edit().el_gets(editor_, &count);
   std::fputs(kPasteModeOff, screen_);
   if (text == nullptr) std::fputs("\n", screen_);
   std::fflush(screen_);
@@ -157,18 +208,30 @@ bool LineEditor::read(std::string& line) {
   return true;
 }
 
+std::string const& LineEditor::prompt() const {
+  return search_ ? searchPrompt_ : session_.prompt();
+}
+
 // The line up to the cursor.
 std::string LineEditor::typed() const {
-  LineInfo const* const info = el_line(editor_);
+  LineInfo const* const info = edit().el_line(editor_);
   return std::string(info->buffer, info->cursor);
 }
 
 unsigned char LineEditor::complete() {
   std::string const line = typed();
+  try {
+    return complete(line, Candidates::merged(
+                              completer_.ask(QOR_CLI_ACTION_COMPLETE, line)));
+  } catch (CommandFailure const& failure) {
+    return showMessage(failure.what());
+  }
+}
+
+unsigned char LineEditor::complete(std::string const& line,
+                                   std::vector<Candidate> const& candidates) {
+  if (candidates.empty()) return showMessage(completer_.noCandidates(line));
   std::string const word = line.substr(CommandLine::typedEnd(line).wordBegin);
-  auto const candidates =
-      Candidates::merged(completer_.ask(QOR_CLI_ACTION_COMPLETE, line));
-  if (candidates.empty()) return CC_ERROR;
   auto const completion = Candidates::complete(word, candidates);
   finishWord(word, completion.word);
   if (!completion.show) return CC_REFRESH;
@@ -178,50 +241,145 @@ unsigned char LineEditor::complete() {
 unsigned char LineEditor::help() {
   std::string const line = typed();
   if (CommandLine::typedEnd(line).insideQuotes) {
-    el_insertstr(editor_, "?");
+    edit().el_insertstr(editor_, "?");
     return CC_REFRESH;
   }
-  auto const candidates = completer_.help(line);
-  if (candidates.empty()) return CC_ERROR;
-  return showBelow(Candidates::helpList(candidates, Terminal::size().columns));
+  try {
+    auto const candidates = completer_.help(line);
+    if (candidates.empty()) return showMessage(completer_.noCandidates(line));
+    return showBelow(
+        Candidates::helpList(candidates, Terminal::size().columns));
+  } catch (CommandFailure const& failure) {
+    return showMessage(failure.what());
+  }
 }
 
 unsigned char LineEditor::paste() {
-  std::wstring const end = kPasteEnd;
   std::wstring text;
-  wchar_t key = 0;
+  if (!readPasted(text)) return CC_EOF;
+  if (!text.empty() && text.back() == kControlC) return interrupt();
+  std::vector<std::string> lines = pastedLines(text);
+  if (lines.size() > 1) lines.back() += cutTail();
+  edit().el_insertstr(editor_, lines.front().c_str());
+  waiting_.insert(waiting_.begin(), lines.begin() + 1, lines.end());
+  return CC_REFRESH;
+}
+
+// Ctrl-C ends a paste whose own end was lost; the text then ends with it.
+bool LineEditor::readPasted(std::wstring& text) {
+  std::wstring const end = KeySequences::kPasteEnd;
+  wchar_t character = 0;
   while (text.size() < end.size() ||
          text.compare(text.size() - end.size(), end.size(), end) != 0) {
-    if (readKey(key) != 1) return CC_EOF;
-    text += key;
+    if (!readCharacter(character)) return false;
+    text += character;
+    if (character == kControlC && !moreIsTyped()) return true;
   }
   text.resize(text.size() - end.size());
-  while (!text.empty() && (text.back() == L'\n' || text.back() == L'\r')) {
-    text.pop_back();
+  return true;
+}
+
+bool LineEditor::quoteIsOpen() const {
+  LineInfo const* const info = edit().el_line(editor_);
+  std::string const line(info->buffer, info->lastchar);
+  return !CommandLine::isSilent(line) &&
+         CommandLine::openQuote(line) != std::string::npos;
+}
+
+// The line is not run at once: it may be another than was meant.
+unsigned char LineEditor::closeQuote() {
+  edit().el_insertstr(editor_, (cutTail() + '"').c_str());
+  return showMessage("a quote was open and is closed now; Enter runs the line");
+}
+
+unsigned char LineEditor::insertWaiting() {
+  std::string const line = waiting_.front();
+  waiting_.pop_front();
+  edit().el_insertstr(editor_, line.c_str());
+  return CC_REFRESH;
+}
+
+// The library's own search takes cursor keys for text, and does not give the
+// line back.
+unsigned char LineEditor::search() {
+  LineInfo const* const info = edit().el_line(editor_);
+  searchedFrom_ = {std::string(info->buffer, info->lastchar), typed().size()};
+  search_.emplace(history_.handle());
+  searchPrompt_ = "search \"\": ";
+  return CC_REFRESH;
+}
+
+// Returns what is to be read in place of a key that is pressed in a search.
+std::wstring LineEditor::searchKey(std::wstring const& key) {
+  if (key.empty()) return key;
+  bool const goesOn = searchOn(key);
+  bool const given = key == std::wstring{kControlG};
+  std::string const line = search_->line();
+  bool const none = line.empty() || given;
+  found_ = none ? searchedFrom_ : Line{line, search_->position()};
+  searchPrompt_ = "search \"" + search_->text() +
+                  (search_->failed() ? "\", not found: " : "\": ");
+  if (!goesOn) search_.reset();
+  return goesOn || given ? kShowSearch : kShowSearch + key;
+}
+
+// Returns false for a key that ends the search.
+bool LineEditor::searchOn(std::wstring const& key) {
+  if (key.size() > 1) return false;
+  wchar_t const only = key.front();
+  if (only == kControlR) {
+    search_->goOlder();
+  } else if (only == L'\b' || only == KeySequences::kDelete) {
+    search_->undo();
+  } else if (!isControl(only)) {
+    std::string text;
+    append(text, only);
+    search_->add(text);
+  } else {
+    return false;
   }
-  std::string bytes;
-  for (wchar_t character : text) append(bytes, pasted(character));
-  el_insertstr(editor_, bytes.c_str());
+  return true;
+}
+
+unsigned char LineEditor::showSearch() {
+  clear();
+  edit().el_insertstr(editor_, found_.text.c_str());
+  std::string const behind = found_.text.substr(found_.cursor);
+  edit().el_cursor(editor_, -static_cast<int>(characters(behind)));
   return CC_REFRESH;
 }
 
 // The library goes on editing. If it were to return and begin again, what was
 // typed in between would be lost.
 unsigned char LineEditor::interrupt() {
-  LineInfo const* const info = el_line(editor_);
+  LineInfo const* const info = edit().el_line(editor_);
   if (info->cursor == info->lastchar) std::fputs("^C", screen_);
   goBelow();
-  std::string const line(info->buffer, info->lastchar);
-  el_cursor(editor_, static_cast<int>(characters(line)));
-  el_deletestr(editor_, static_cast<int>(characters(line)));
+  clear();
+  waiting_.clear();
   return redraw();
+}
+
+void LineEditor::clear() {
+  edit().el_cursor(editor_, -static_cast<int>(characters(typed())));
+  cutTail();
+}
+
+// Takes what is behind the cursor out of the line.
+std::string LineEditor::cutTail() {
+  LineInfo const* const info = edit().el_line(editor_);
+  std::string tail(info->cursor, info->lastchar);
+  int const count = static_cast<int>(characters(tail));
+  edit().el_cursor(editor_, count);
+  edit().el_deletestr(editor_, count);
+  return tail;
 }
 
 unsigned char LineEditor::suspend() {
   goBelow();
   std::fputs(kPasteModeOff, screen_);
   std::fflush(screen_);
-  el_set(editor_, EL_PREP_TERM, 0);
+  edit().el_set(editor_, EL_PREP_TERM, 0);
   // As the terminal would: with what was started together with the engine.
   ::kill(0, SIGTSTP);
   Interrupts::takeContinued();
@@ -229,39 +387,74 @@ unsigned char LineEditor::suspend() {
   return CC_NORM;
 }
 
-// The library's own reading would neither notice a signal nor a stop.
 int LineEditor::readKey(wchar_t& key) {
+  while (ready_.empty()) {
+    std::wstring next;
+    if (!readWholeKey(next)) return 0;
+    ready_ = search_ ? searchKey(next) : next;
+  }
+  key = ready_.front();
+  ready_.erase(0, 1);
+  return 1;
+}
+
+// Reads a character, or what stands for a key that sends several: empty when it
+// means nothing.
+bool LineEditor::readWholeKey(std::wstring& key) {
+  wchar_t character = 0;
+  if (!readCharacter(character)) return false;
+  key = character;
+  bool const literal = quoting_;
+  quoting_ = !literal && character == kControlV;
+  bool const ends = character == L'\r' || character == L'\n';
+  if (ends && !literal && !search_ && quoteIsOpen()) key = kCloseQuote;
+  if (literal || character != KeySequences::kEscape) return true;
+  while (KeySequences::isOpen(key)) {
+    if (!readCharacter(character)) return false;
+    key += character;
+  }
+  key = KeySequences::meaning(key);
+  return true;
+}
+
+// The library's own reading would neither notice a signal nor a stop.
+bool LineEditor::readCharacter(wchar_t& character) {
   std::mbstate_t state{};
   for (;;) {
-    if (Interrupts::leaving()) return 0;
+    if (Interrupts::leaving()) return false;
     if (Interrupts::takeContinued()) resumeAfterStop();
-    if (Interrupts::takeResized()) el_resize(editor_);
-    key = kControlC;
-    if (Interrupts::take()) return 1;
+    if (Interrupts::takeResized()) edit().el_resize(editor_);
+    character = kControlC;
+    if (Interrupts::take()) return true;
     char byte = 0;
     ssize_t const count = ::read(STDIN_FILENO, &byte, 1);
-    if (count == 0 || (count < 0 && errno != EINTR)) return 0;
+    if (count == 0 || (count < 0 && errno != EINTR)) return false;
     if (count < 0) continue;
-    std::size_t const size = std::mbrtowc(&key, &byte, 1, &state);
+    std::size_t const size = std::mbrtowc(&character, &byte, 1, &state);
     if (size == static_cast<std::size_t>(-2)) continue;
-    if (size == static_cast<std::size_t>(-1)) key = kReplacement;
-    return 1;
+    if (size == static_cast<std::size_t>(-1)) character = kReplacement;
+    return true;
   }
 }
 
 // `replacement` is often the word and something behind it, and the line is then
 // only added to.
 void LineEditor::finishWord(std::string const& word, std::string replacement) {
-  LineInfo const* const info = el_line(editor_);
+  LineInfo const* const info = edit().el_line(editor_);
   bool const blankFollows =
       info->cursor < info->lastchar && *info->cursor == ' ';
   if (blankFollows && replacement.back() == ' ') replacement.pop_back();
   if (replacement.rfind(word, 0) == 0) {
     replacement.erase(0, word.size());
   } else {
-    el_deletestr(editor_, static_cast<int>(characters(word)));
+    edit().el_deletestr(editor_, static_cast<int>(characters(word)));
   }
-  if (!replacement.empty()) el_insertstr(editor_, replacement.c_str());
+  if (!replacement.empty()) edit().el_insertstr(editor_, replacement.c_str());
+}
+
+unsigned char LineEditor::showMessage(std::string const& text) {
+  return showBelow(
+      Layout::inTwoColumns({{"qorcli:", text}}, Terminal::size().columns));
 }
 
 // Shows a list, and the line again below it.
@@ -275,28 +468,28 @@ unsigned char LineEditor::showBelow(std::string const& list) {
 // what has been written since it drew the line last.
 unsigned char LineEditor::redraw() {
   std::fflush(screen_);
-  el_set(editor_, EL_REFRESH);
+  edit().el_set(editor_, EL_REFRESH);
   return CC_NORM;
 }
 
 // Goes to the row behind those of the line, of which there may be several.
 void LineEditor::goBelow() {
-  LineInfo const* const info = el_line(editor_);
+  LineInfo const* const info = edit().el_line(editor_);
   std::size_t const columns = Terminal::size().columns;
-  std::size_t const prompt = Layout::width(session_.prompt());
-  std::size_t const cursor = cellsBehind(prompt, typed());
+  std::size_t const begin = Layout::width(prompt());
+  std::size_t const cursor = cellsBehind(begin, typed());
   std::size_t const end =
-      cellsBehind(prompt, std::string(info->buffer, info->lastchar));
+      cellsBehind(begin, std::string(info->buffer, info->lastchar));
   for (std::size_t row = cursor / columns; row <= end / columns; ++row) {
     std::fputs("\r\n", screen_);
   }
 }
 
 void LineEditor::resumeAfterStop() {
-  el_set(editor_, EL_PREP_TERM, 0);
-  el_set(editor_, EL_PREP_TERM, 1);
+  edit().el_set(editor_, EL_PREP_TERM, 0);
+  edit().el_set(editor_, EL_PREP_TERM, 1);
   std::fputs(kPasteModeOn, screen_);
-  el_set(editor_, EL_REFRESH);
+  edit().el_set(editor_, EL_REFRESH);
 }
 
 }  // namespace QorCliEngine

@@ -4,18 +4,22 @@
 #include <histedit.h>
 
 #include <cstdio>
+#include <deque>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "Completer.h"
 #include "History.h"
+#include "HistorySearch.h"
 #include "Session.h"
 
 namespace QorCliEngine {
 
 // Lets the operator type a command line at the terminal, with completion on Tab
 // and help on "?". Inside quoted text, after Ctrl-V and in pasted text, "?" is
-// a character like any other, and so is a tab in pasted text; line feeds in
-// pasted text become blanks. One thread.
+// a character like any other, and so is a tab in pasted text. Of several pasted
+// lines, each waits for its Enter. One thread.
 class LineEditor {
  public:
   // No argument is owned. `screen` is the terminal that is written to.
@@ -34,23 +38,53 @@ class LineEditor {
   struct Keys;
 
   void bindKeys();
+  std::string const& prompt() const;
   std::string typed() const;
   unsigned char complete();
+  unsigned char complete(std::string const& line,
+                         std::vector<Candidate> const& candidates);
   unsigned char help();
   unsigned char paste();
+  bool quoteIsOpen() const;
+  unsigned char closeQuote();
+  unsigned char insertWaiting();
+  unsigned char search();
+  unsigned char showSearch();
   unsigned char interrupt();
   unsigned char suspend();
   int readKey(wchar_t& key);
+  bool readWholeKey(std::wstring& key);
+  bool readCharacter(wchar_t& character);
+  bool readPasted(std::wstring& text);
+  std::wstring searchKey(std::wstring const& key);
+  bool searchOn(std::wstring const& key);
+  std::string cutTail();
+  void clear();
   void finishWord(std::string const& word, std::string replacement);
+  unsigned char showMessage(std::string const& text);
   unsigned char showBelow(std::string const& list);
   unsigned char redraw();
   void goBelow();
   void resumeAfterStop();
 
+  // A line, and the bytes of it that are before the cursor.
+  struct Line {
+    std::string text;
+    std::size_t cursor = 0;
+  };
+
   Session& session_;
   Completer& completer_;
+  History& history_;
   std::FILE* screen_;
   EditLine* editor_;
+  std::wstring ready_;               // to be read before what is typed
+  bool quoting_ = false;             // the next character is no key
+  std::deque<std::string> waiting_;  // pasted lines
+  std::optional<HistorySearch> search_;
+  std::string searchPrompt_;
+  Line searchedFrom_;
+  Line found_;
 };
 
 }  // namespace QorCliEngine

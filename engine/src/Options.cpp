@@ -1,7 +1,12 @@
 #include "Options.h"
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <iostream>
+
+#include "Messages.h"
 
 namespace QorCliEngine {
 namespace {
@@ -12,16 +17,18 @@ std::string userName() {
 }
 
 // Takes one argument each time the option is given; any text, also none.
-CLI::Option* addTexts(CLI::App& app, char const* names,
+CLI::Option* addTexts(CLI::App& app, char const* name,
                       std::vector<std::string>& texts, char const* help) {
-  return app.add_option(names, texts, help)->allow_extra_args(false);
+  auto const add = [&texts](std::string const& text) { texts.push_back(text); };
+  return app.add_option_function<std::string>(name, add, help)
+      ->trigger_on_parse();
 }
 
 void addOptions(CLI::App& app, Options& options) {
   addTexts(app, "-c", options.lines, "Run a command line; repeatable")
       ->type_name("LINE");
   addTexts(app, "--plugin", options.plugins,
-           "Load a plug-in; repeatable. Default: the one beside the engine")
+           "Load a plug-in; repeatable. Default: those beside the engine")
       ->type_name("PATH");
   app.add_option("--complete", options.lineToComplete,
                  "Print what completes a line: kind, text, help, rank, key")
@@ -40,11 +47,28 @@ void addOptions(CLI::App& app, Options& options) {
       ->type_name("NAME");
   app.add_flag("--no-pager", options.noPager,
                "Never show long output with a pager");
+  app.add_flag("--raw", options.raw,
+               "Leave control characters as they are, at a terminal, too");
   app.add_flag("--trace", options.trace,
                "Show each line's walk through the command trees, on standard "
                "error");
   app.add_flag("--timing", options.timing,
                "Show lines, bytes and time of each stage, likewise");
+}
+
+// Shows help, the version, or what is wrong; returns the exit status.
+int explain(CLI::App const& app, CLI::ParseError const& error) {
+  if (error.get_exit_code() != 0) {
+    Messages::show(std::string(error.what()) + "; --help lists the options");
+    return kExitUnusable;
+  }
+  errno = 0;
+  app.exit(error);
+  // Nobody reads it: the end, quietly.
+  if (std::cout.flush() || errno == EPIPE) return kExitSuccess;
+  Messages::show(std::string("cannot write the output: ") +
+                 std::strerror(errno));
+  return kExitFailedCommand;
 }
 
 }  // namespace
@@ -61,7 +85,7 @@ std::optional<int> Options::parse(int argc, char const* const* argv) {
   try {
     app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
-    return app.exit(error) == 0 ? kExitSuccess : kExitUnusable;
+    return explain(app, error);
   }
   return std::nullopt;
 }

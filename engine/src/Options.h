@@ -23,6 +23,7 @@ struct Options {
   std::string cursor;
   std::string loginName;
   bool noPager = false;
+  bool raw = false;
   bool trace = false;
   bool timing = false;
 

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "ControlCharacters.h"
 #include "EngineErrors.h"
 #include "Interrupts.h"
 
@@ -41,8 +42,14 @@ void OutputWriter::flush() { writeTo(STDOUT_FILENO); }
 
 void OutputWriter::finish() { flush(); }
 
+std::string OutputWriter::shown() const {
+  return form_ == Form::kVisible ? ControlCharacters::visible(buffer_)
+                                 : buffer_;
+}
+
 void OutputWriter::writeTo(int descriptor) {
   ClearAtExit const clear(buffer_);
+  if (form_ == Form::kVisible) buffer_ = shown();
   std::size_t done = 0;
   while (done < buffer_.size()) {
     ssize_t const n =

@@ -5,14 +5,17 @@
 
 namespace QorCliEngine {
 
-// Where a pipeline's output goes: standard output, in large blocks.
+// Where a pipeline's output goes: standard output, in large blocks. For a
+// terminal, control characters in it are made visible.
 //
 // What is to be written is appended to buffer(). Functions throw OutputClosed
 // when nobody reads the output any more, and CommandFailure when it cannot be
 // written; what was in the buffer is gone then. One thread.
 class OutputWriter {
  public:
-  OutputWriter() = default;
+  enum class Form { kRaw, kVisible };
+
+  explicit OutputWriter(Form form = Form::kRaw) : form_(form) {}
   virtual ~OutputWriter() = default;
   OutputWriter(OutputWriter const&) = delete;
   OutputWriter& operator=(OutputWriter const&) = delete;
@@ -32,7 +35,11 @@ class OutputWriter {
   // Writes the buffer to a file descriptor and empties it.
   void writeTo(int descriptor);
 
+  // The buffer as it will be written.
+  std::string shown() const;
+
  private:
+  Form form_;
   std::string buffer_;
 };
 

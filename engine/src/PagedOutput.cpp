@@ -2,9 +2,8 @@
 
 #include <unistd.h>
 
-#include <iostream>
-
 #include "EngineErrors.h"
+#include "Messages.h"
 #include "Terminal.h"
 
 namespace QorCliEngine {
@@ -28,7 +27,7 @@ bool overflows(std::string const& text) {
 
 void PagedOutput::writeIfFull() {
   if (!direct_ && !pager_) {
-    if (!overflows(buffer())) return;
+    if (!overflows(shown())) return;
     startPager();
   }
   if (pager_) {
@@ -45,39 +44,57 @@ void PagedOutput::flush() {
 
 void PagedOutput::finish() {
   writeIfFull();
-  bool const paged = pager_.has_value();
+  if (pager_) finishPager();
   direct_ = false;
-  if (paged) {
-    finishPager();
-  } else {
-    writeTo(STDOUT_FILENO);
-  }
+  writeTo(STDOUT_FILENO);
+  if (complaint_.empty()) return;
+  Messages::show(complaint_ + "; output is no longer paged");
+  complaint_.clear();
 }
 
 void PagedOutput::startPager() {
   std::string const command = noPager_ ? "" : Pager::chosen();
-  if (command.empty()) {
-    direct_ = true;
-  } else {
+  direct_ = command.empty();
+  if (direct_) return;
+  begun_ = false;
+  try {
     pager_.emplace(command);
+  } catch (SourceFailure const& failure) {
+    giveUpPaging(failure.what());
   }
 }
 
-void PagedOutput::finishPager() {
-  noPager_ = !pager_->finish();
+// Returns whether the pager could be run; what it should have shown is in the
+// buffer again otherwise.
+bool PagedOutput::finishPager() {
+  bool const run = pager_->finish();
   pager_.reset();
-  if (noPager_) {
-    std::cerr << "qorcli: cannot run the pager \"" << Pager::chosen()
-              << "\"; output is no longer paged" << std::endl;
+  if (!run) {
+    giveUpPaging("cannot run the pager \"" + Pager::chosen() + '"');
+    buffer() = unread_;
   }
+  unread_.clear();
+  return run;
 }
 
+void PagedOutput::giveUpPaging(std::string const& reason) {
+  complaint_ = reason;
+  noPager_ = true;
+  direct_ = true;
+}
+
+// What fits into a pipe can be written although nobody will ever read it.
 void PagedOutput::writeToPager() {
+  if (!begun_) unread_ += buffer();
   try {
     writeTo(pager_->input());
   } catch (OutputClosed const&) {
-    throw Interrupted();
+    if (finishPager()) throw Interrupted();
+    return writeTo(STDOUT_FILENO);
   }
+  if (unread_.size() <= pager_->capacity()) return;
+  begun_ = true;
+  unread_.clear();
 }
 
 }  // namespace QorCliEngine

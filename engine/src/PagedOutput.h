@@ -12,9 +12,13 @@ namespace QorCliEngine {
 // the operator's pager. Output that comes bit by bit does not, for it is to be
 // seen as it comes.
 //
+// Where the pager cannot be run, what it was to show is written as it is.
+//
 // Throws Interrupted when the operator leaves the pager before the end.
 class PagedOutput : public OutputWriter {
  public:
+  using OutputWriter::OutputWriter;
+
   void writeIfFull() override;
   void flush() override;
   // Waits until the operator leaves the pager, if one was needed.
@@ -22,12 +26,16 @@ class PagedOutput : public OutputWriter {
 
  private:
   void startPager();
-  void finishPager();
+  bool finishPager();
   void writeToPager();
+  void giveUpPaging(std::string const& reason);
 
   std::optional<Pager> pager_;
-  bool direct_ = false;   // this command's output is not paged
-  bool noPager_ = false;  // the pager cannot be run
+  std::string unread_;     // written to the pager, which may not have begun
+  bool begun_ = false;     // the pager has read something
+  std::string complaint_;  // to be shown behind the output
+  bool direct_ = false;    // this command's output is not paged
+  bool noPager_ = false;   // the pager cannot be run
 };
 
 }  // namespace QorCliEngine

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -45,7 +46,11 @@ Pager::Pager(std::string const& command) {
   FileDescriptor const readEnd(ends[0]);
   input_ = FileDescriptor(ends[1]);
   process_.emplace(std::vector<std::string>{"sh", "-c", command}, readEnd.get(),
-                   STDOUT_FILENO);
+                   STDOUT_FILENO, SIGTERM);  // it restores the terminal then
+}
+
+std::size_t Pager::capacity() const {
+  return static_cast<std::size_t>(::fcntl(input_.get(), F_GETPIPE_SZ));
 }
 
 bool Pager::finish() {

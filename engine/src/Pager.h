@@ -1,6 +1,7 @@
 #ifndef QOR_CLI_ENGINE_PAGER_H
 #define QOR_CLI_ENGINE_PAGER_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -22,6 +23,9 @@ class Pager {
 
   // What is to be shown is written here.
   int input() const { return input_.get(); }
+
+  // How many bytes can be written before the pager reads the first.
+  std::size_t capacity() const;
 
   // Ends the text and waits until the operator leaves the pager. Returns false
   // when the pager could not be run at all.

@@ -3,6 +3,7 @@
 #include <Poco/String.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -47,18 +48,25 @@ bool needsQuotes(std::string const& path) {
 
 }  // namespace
 
+std::string PathNode::withHome(std::string const& path) {
+  char const* const home = std::getenv("HOME");
+  bool const inHome = path.rfind("~/", 0) == 0 && home != nullptr;
+  return inHome ? home + path.substr(1) : path;
+}
+
 void PathNode::offerWords(
     std::string const& word,
     std::vector<QorCliUtilities::AutoCompleteResult>& results) const {
   bool const quoted = word.rfind('"', 0) == 0;
   fs::path const typed = CommandLine::unquoted(word);
-  for (fs::path const& name : namesBeginningWith(typed)) {
+  for (fs::path const& name : namesBeginningWith(withHome(typed))) {
     fs::path const path = typed.parent_path() / name;
     std::string text = path.string();
     std::error_code error;
-    if (fs::is_directory(path, error)) text += '/';
+    bool const folder = fs::is_directory(withHome(path), error);
+    if (folder) text += '/';
     if (quoted || needsQuotes(text)) {
-      text = '"' + Poco::replace(text, "\"", "\\\"");
+      text = '"' + Poco::replace(text, "\"", "\\\"") + (folder ? "" : "\"");
     }
     addPossibility({QOR_CLI_SORT_COMMAND, text}, text, "", QOR_CLI_TOKEN_WORD,
                    results);

@@ -10,10 +10,15 @@ namespace QorCliEngine {
 
 // An argument that is the path of a file: offers the files and folders whose
 // path begins as the word does, a folder with a slash behind its name. A path
-// that cannot be typed as it is begins with a quote.
+// that cannot be typed as it is begins with a quote, and ends with one unless
+// it goes on in a folder.
 class PathNode : public ArgumentsNode {
  public:
   using ArgumentsNode::ArgumentsNode;
+
+  // `path` with the user's home folder in the place of a "~" before its first
+  // slash; as it is when it has none, or the folder is not known.
+  static std::string withHome(std::string const& path);
 
  protected:
   void offerWords(

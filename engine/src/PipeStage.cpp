@@ -23,22 +23,42 @@ PipeStage::PipeStage(std::size_t number, std::string text, unsigned actionId,
       session_(session),
       figures_(figures) {}
 
-void PipeStage::open(std::vector<PipeComponent> const& components,
-                     std::string& sink) {
+void PipeStage::open(LineInstances& instances, std::string& sink) {
+  for (std::size_t i = 0; i < instances.plugins(); ++i) {
+    if (openBy(instances.unused(i), sink)) return instances.take(i);
+  }
+  std::string const failure = instances.failure();
+  if (!failure.empty()) fail(failure, sink.size(), sink);
+  throw NotUnderstood(
+      number_, stageName(number_, text_) + ": unknown or incomplete command");
+}
+
+// Returns whether one of the components knows the command.
+bool PipeStage::openBy(std::vector<PipeComponent> const& components,
+                       std::string& sink) {
   std::size_t const mark = sink.size();
   for (PipeComponent const& component : components) {
     component_ = component;
     unsigned matches = 0;
     QorReturnT const status = execute("", matches, sink);
-    if (matches != 0 && status == 0) return countOutput(sink, mark);
-    if (matches != 0) fail("failed with " + statusText(status), mark, sink);
+    if (matches != 0 && status != 0) {
+      fail("failed with " + statusText(status), mark, sink);
+    }
+    if (matches != 0) {
+      countOutput(sink, mark);
+      return true;
+    }
     sink.resize(mark);
   }
   component_.reset();
-  fail("unknown or incomplete command", mark, sink);
+  return false;
 }
 
+// The room is for what most commands print of the input, so that a long line is
+// not copied again when more is printed behind it. Unused memory costs nothing.
 void PipeStage::process(std::string_view input, std::string& sink) {
+  std::size_t const room = sink.size() + input.size() + input.size() / 8;
+  if (sink.capacity() < room) sink.reserve(room);
   if (!Interrupts::installed()) return processPiece(input.data(), sink);
   while (!input.empty()) {
     if (Interrupts::requested()) throw Interrupted();

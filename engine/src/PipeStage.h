@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "LineInstances.h"
 #include "PieceSize.h"
 #include "PipeComponent.h"
 #include "Session.h"
@@ -18,7 +19,7 @@ std::string stageName(std::size_t number, std::string const& text);
 
 // One pipe command of a command line.
 //
-// It is opened, given the text in pieces, and completed. Every function appends
+// It is opened, given the text in chunks, and completed. Every function appends
 // what the command prints to `sink` and throws CommandFailure, with the lines
 // that the failed call printed and without them in `sink`. One thread.
 class PipeStage {
@@ -29,9 +30,10 @@ class PipeStage {
   PipeStage(std::size_t number, std::string text, unsigned actionId,
             Session& session, StageFigures* figures);
 
-  // Finds the component that knows the command: it runs the command over an
-  // empty text, so that wrong usage shows before there is any other.
-  void open(std::vector<PipeComponent> const& components, std::string& sink);
+  // Finds the component that knows the command, and takes its instance: it runs
+  // the command over an empty text, so that wrong usage shows before there is
+  // any other. A plug-in that has no instance left does not know it.
+  void open(LineInstances& instances, std::string& sink);
 
   // `input`: whole lines, with a NUL byte behind them. When interrupts are
   // caught, the command is given them in pieces of a size that suits its speed,
@@ -43,6 +45,7 @@ class PipeStage {
   void complete(std::string& sink);
 
  private:
+  bool openBy(std::vector<PipeComponent> const& components, std::string& sink);
   void processPiece(char const* piece, std::string& sink);
   QorReturnT execute(char const* input, unsigned& matches, std::string& sink);
   void countOutput(std::string const& sink, std::size_t mark);

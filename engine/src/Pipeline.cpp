@@ -1,5 +1,6 @@
 #include "Pipeline.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "EngineErrors.h"
@@ -8,9 +9,12 @@
 namespace QorCliEngine {
 namespace {
 
-// How long output is held back while there is nothing new to read: a program
-// that only takes a breath does not print bit by bit.
-constexpr int kPatience = 200;  // milliseconds
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// How long output is held back for more of it to come: a program that only
+// takes a breath does not print bit by bit.
+constexpr milliseconds kPatience{200};
 
 }  // namespace
 
@@ -33,10 +37,9 @@ Pipeline::Pipeline(std::string sourceName, std::vector<PipeStage> stages,
       diagnostics_(diagnostics),
       sourceFigures_(diagnostics.figures(0)) {}
 
-void Pipeline::run(Source& source,
-                   std::vector<PipeComponent> const& components) {
+void Pipeline::run(Source& source, LineInstances& instances) {
   try {
-    runStages(source, components);
+    runStages(source, instances);
   } catch (...) {
     abandon();
     throw;
@@ -44,18 +47,17 @@ void Pipeline::run(Source& source,
   ofSource([&] { source.finish(); });
 }
 
-void Pipeline::runStages(Source& source,
-                         std::vector<PipeComponent> const& components) {
-  open(components);
+void Pipeline::runStages(Source& source, LineInstances& instances) {
+  open(instances);
   ofSource([&] { source.start(); });
   pump(source);
   complete();
   output_.writeIfFull();
 }
 
-void Pipeline::open(std::vector<PipeComponent> const& components) {
+void Pipeline::open(LineInstances& instances) {
   for (std::size_t i = 0; i < stages_.size(); ++i) {
-    stages_[i].open(components, sinkOf(i));
+    stages_[i].open(instances, sinkOf(i));
   }
   flowFrom(1);
   diagnostics_.showTrace();
@@ -68,23 +70,40 @@ void Pipeline::pump(Source& source) {
     state = ofSource([&] { return source.read(chunker_); });
     if (state == Source::State::kIdle) {
       push(chunker_.takeLines());
-      if (wait(source, kPatience)) continue;
-      output_.flush();
-      wait(source, Source::kForEver);
+      ofSource([&] { source.wait(patience()); });
     } else if (chunker_.full()) {
       push(chunker_.takeLines());
     }
   }
   push(chunker_.takeRest());
+  chunker_ = LineChunker();  // what follows needs the memory
 }
 
-bool Pipeline::wait(Source& source, int milliseconds) const {
-  return ofSource([&] { return source.wait(milliseconds); });
+// Writes what has been held back for long enough, also when what is read goes
+// on but nothing of it is printed.
+void Pipeline::writeIfDue() {
+  if (output_.buffer().empty()) return heldSince_.reset();
+  if (!heldSince_) heldSince_ = steady_clock::now();
+  if (patience() > 0) return;
+  output_.flush();
+  heldSince_.reset();
+}
+
+// For how many milliseconds nothing has to be written.
+int Pipeline::patience() const {
+  if (!heldSince_) return Source::kForEver;
+  auto const held = std::chrono::duration_cast<milliseconds>(
+      steady_clock::now() - *heldSince_);
+  return static_cast<int>(std::max(kPatience - held, milliseconds(0)).count());
 }
 
 // `lines` has a NUL byte behind it.
 void Pipeline::push(std::string_view lines) {
-  if (lines.empty()) return;
+  if (!lines.empty()) process(lines);
+  writeIfDue();
+}
+
+void Pipeline::process(std::string_view lines) {
   if (sourceFigures_ != nullptr) sourceFigures_->out.add(lines);
   if (stages_.empty()) {
     output_.buffer() += lines;

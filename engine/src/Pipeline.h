@@ -1,6 +1,8 @@
 #ifndef QOR_CLI_ENGINE_PIPELINE_H
 #define QOR_CLI_ENGINE_PIPELINE_H
 
+#include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,14 +30,16 @@ class Pipeline {
 
   // Runs the line once. Throws CommandFailure, OutputClosed or Interrupted;
   // what was printed before is then in the output's buffer.
-  void run(Source& source, std::vector<PipeComponent> const& components);
+  void run(Source& source, LineInstances& instances);
 
  private:
-  void runStages(Source& source, std::vector<PipeComponent> const& components);
-  void open(std::vector<PipeComponent> const& components);
+  void runStages(Source& source, LineInstances& instances);
+  void open(LineInstances& instances);
   void pump(Source& source);
-  bool wait(Source& source, int milliseconds) const;
+  void writeIfDue();
+  int patience() const;
   void push(std::string_view lines);
+  void process(std::string_view lines);
   void flowFrom(std::size_t stage);
   void complete();
   void abandon() noexcept;
@@ -50,6 +54,8 @@ class Pipeline {
   Diagnostics& diagnostics_;
   StageFigures* sourceFigures_;  // null when none are wanted
   LineChunker chunker_;
+  // When the oldest output came that is held back, if any is.
+  std::optional<std::chrono::steady_clock::time_point> heldSince_;
 };
 
 }  // namespace QorCliEngine

@@ -1,12 +1,15 @@
 #include "Plugin.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 
+#include <cerrno>
+#include <cstring>
 #include <functional>
-#include <iostream>
 
 #include "EngineErrors.h"
 #include "Framework.h"
+#include "Messages.h"
 #include "StatusText.h"
 
 namespace QorCliEngine {
@@ -40,10 +43,14 @@ std::string asPath(std::string const& path) {
   return path.find('/') == std::string::npos ? "./" + path : path;
 }
 
+FileDescriptor openFile(std::string const& path) {
+  return FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+}
+
 }  // namespace
 
 Plugin::Library::Library(std::string const& path)
-    : handle_(::dlopen(asPath(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : handle_(::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (handle_ == nullptr) throwLoaderReason();
 }
 
@@ -55,17 +62,24 @@ void* Plugin::Library::function(char const* name) const {
   return address;
 }
 
-Plugin::Plugin(std::string const& path) try
+Plugin::Plugin(std::string const& path) : Plugin(path, nullptr) {}
+
+Plugin::Plugin(std::string const& path, Plugin const* original) try
     : path_(path),
-      library_(path),
+      file_(original == nullptr ? openFile(path) : FileDescriptor()),
+      fileError_(file_ ? 0 : errno),
+      copy_(original == nullptr ? LibraryCopy()
+                                : LibraryCopy(original->file())),
+      library_(copy_ ? copy_.path() : asPath(path)),
       init_(reinterpret_cast<QorLCMinitFunction>(
           library_.function("qorLCMinit"))),
       terminate_(reinterpret_cast<QorLCMterminateFunction>(
           library_.function("qorLCMterminate"))) {
   initialise();
 } catch (PluginFailure const& failure) {
-  throw PluginFailure("cannot load the plug-in \"" + path +
-                      "\": " + failure.what());
+  throw PluginFailure("cannot load the plug-in \"" + path + '"' +
+                      (original == nullptr ? "" : " again") + ": " +
+                      failure.what());
 }
 
 Plugin::~Plugin() {
@@ -74,16 +88,29 @@ Plugin::~Plugin() {
   forgetComponents();
 }
 
+std::unique_ptr<Plugin> Plugin::loadAgain() const {
+  return std::unique_ptr<Plugin>(new Plugin(path_, this));
+}
+
+FileDescriptor const& Plugin::file() const {
+  if (file_) return file_;
+  throw PluginFailure(std::string("cannot read it: ") +
+                      std::strerror(fileError_));
+}
+
+std::vector<PipeComponent> Plugin::pipeComponents() const {
+  return Framework::pipeComponents(components_);
+}
+
 void Plugin::initialise() {
   Framework& framework = Framework::instance();
-  std::size_t const before = framework.components().size();
+  Framework::Registration const registration(
+      framework,
+      copy_ ? Framework::Registry::kCopies : Framework::Registry::kComponents);
   std::string failure = failureOf("qorLCMinit", [&] {
     return init_(framework.accessor(), kConfiguration);
   });
-  auto const& all = framework.components();
-  for (std::size_t i = before; i < all.size(); ++i) {
-    components_.push_back(all[i]);
-  }
+  components_ = registration.components();
   if (!framework.refusal().empty()) {
     failure = "its component is refused: " + framework.refusal();
   } else if (failure.empty() && components_.empty()) {
@@ -143,7 +170,7 @@ void Plugin::refuse(QorMgmtSpiComponent_1 const& component,
 
 void Plugin::report(std::string const& failure) const {
   if (failure.empty()) return;
-  std::cerr << "qorcli: plug-in \"" << path_ << "\": " << failure << '\n';
+  Messages::show("plug-in \"" + path_ + "\": " + failure);
 }
 
 }  // namespace QorCliEngine

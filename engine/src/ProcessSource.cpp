@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <utility>
 
@@ -23,7 +24,7 @@ void ProcessSource::start() {
   }
   output_ = FileDescriptor(ends[0]);
   FileDescriptor const writeEnd(ends[1]);
-  process_.emplace(words_, input.get(), writeEnd.get());
+  process_.emplace(words_, input.get(), writeEnd.get(), SIGKILL);
   reader_.emplace(output_.get(), "the output of \"" + words_.front() + '"');
 }
 
@@ -31,9 +32,7 @@ Source::State ProcessSource::read(LineChunker& chunker) {
   return reader_->read(chunker);
 }
 
-bool ProcessSource::wait(int milliseconds) {
-  return reader_->wait(milliseconds);
-}
+void ProcessSource::wait(int milliseconds) { reader_->wait(milliseconds); }
 
 void ProcessSource::finish() {
   std::string const failure = process_->wait(true);

@@ -21,7 +21,7 @@ class ProcessSource : public Source {
 
   void start() override;
   State read(LineChunker& chunker) override;
-  bool wait(int milliseconds) override;
+  void wait(int milliseconds) override;
   void finish() override;
 
  private:

@@ -55,7 +55,7 @@ bool Shell::run() {
 }
 
 bool Shell::runLine(std::string const& line) {
-  Interrupts::take();
+  // Ctrl-C that comes before the line has begun to run is meant for it.
   bool const succeeded = runner_.run(line);
   // The terminal has shown "^C" in the middle of a row.
   if (Interrupts::take()) std::fputs("\n", stderr);

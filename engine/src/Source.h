@@ -28,8 +28,8 @@ class Source {
   virtual State read(LineChunker& chunker) = 0;
 
   // Waits until read() has something to say, until a signal comes, or for as
-  // long as it is to. Returns false when the time is over.
-  virtual bool wait(int /*milliseconds*/) { return true; }
+  // long as it is to.
+  virtual void wait(int /*milliseconds*/) {}
 
   // To be called after the end: throws when the text came to its end but the
   // command failed. May wait, and throws Interrupted when that is interrupted.

@@ -16,7 +16,7 @@ namespace QorCliEngine {
 class SourceCommand : public QorCliUtilities::AbstractCommand {
  public:
   // Makes the source from the command's arguments, which have lost their
-  // quotes. Throws SourceFailure when they make no sense.
+  // quotes. Throws SourceFailure when they are invalid.
   using Maker =
       std::function<std::unique_ptr<Source>(std::vector<std::string> const&)>;
 

@@ -48,6 +48,22 @@ std::string joined(std::vector<std::string> const& words) {
   return Poco::cat(std::string(" "), words.begin(), words.end()) + '\n';
 }
 
+// A text that is made when the line runs, not when it is understood: Tab and
+// "?" only ask whether it may run.
+class MadeTextSource : public Source {
+ public:
+  explicit MadeTextSource(std::function<std::string()> make)
+      : make_(std::move(make)) {}
+
+  State read(LineChunker& chunker) override {
+    chunker.append(make_());
+    return State::kEnd;
+  }
+
+ private:
+  std::function<std::string()> make_;
+};
+
 // Ends the session when the line runs, not when it is understood.
 class QuitSource : public TextSource {
  public:
@@ -72,7 +88,7 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
         if (words.size() != 1) {
           throw SourceFailure("takes one path; quote it if it holds blanks");
         }
-        return std::make_unique<FileSource>(words.front());
+        return std::make_unique<FileSource>(PathNode::withHome(words.front()));
       });
   addText("Show tree",
           {keyword("show", kShowHelp, Ends::kLater),
@@ -139,7 +155,7 @@ void SourceCommands::addText(char const* name,
                              TextMaker text) {
   add(name, std::move(path), 1,
       [text = std::move(text)](std::vector<std::string> const&) {
-        return std::make_unique<TextSource>(text());
+        return std::make_unique<MadeTextSource>(text);
       });
 }
 

@@ -22,9 +22,7 @@ class StandardInput::Rest : public Source {
     return input_.reader_.read(chunker);
   }
 
-  bool wait(int milliseconds) override {
-    return input_.reader_.wait(milliseconds);
-  }
+  void wait(int milliseconds) override { input_.reader_.wait(milliseconds); }
 
  private:
   StandardInput& input_;

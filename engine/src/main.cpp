@@ -1,12 +1,30 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
-#include <iostream>
 
 #include "Engine.h"
 #include "EngineErrors.h"
+#include "Messages.h"
 #include "Options.h"
+
+namespace {
+
+// A file that is opened later must not take the place of a standard descriptor
+// that is closed. What is opened here can neither be read from nor written to,
+// as what is closed.
+void fillStandardDescriptors() {
+  for (int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(descriptor, F_GETFD) >= 0) continue;
+    ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   using namespace QorCliEngine;
+  fillStandardDescriptors();
   try {
     Options options;
     if (auto const status = options.parse(argc, argv)) return *status;
@@ -15,10 +33,10 @@ int main(int argc, char** argv) {
     std::signal(SIGCHLD, SIG_DFL);
     return Engine(options).run();
   } catch (PluginFailure const& failure) {
-    std::cerr << "qorcli: " << failure.what() << '\n';
+    Messages::show(failure.what());
     return kExitUnusable;
   } catch (std::exception const& failure) {
-    std::cerr << "qorcli: " << failure.what() << '\n';
+    Messages::show(failure.what());
     return kExitFailedCommand;
   }
 }

@@ -1,60 +1,60 @@
-#include <FrameworkPortal.h>
-#include <LibraryEntry.h>
-#include <LinesOutput.h>
-#include <PipeAction.h>
-#include <PipeComponentRecord.h>
-#include <QorSingleton.h>
+#include <CommandComponent.h>
+#include <LineFilter.h>
 
-#include "CountCommand.h"
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
 
 using namespace QorCliUtilities;
 
 namespace {
 
-// The component: what the engine calls.
-class CountComp : public Qor::Singleton<CountComp> {
+// Prints how many lines there were, or how many of them match a pattern.
+class Count : public TextProcessor, private QorCliMatching::LineSink {
  public:
-  CountComp() { command_.addTo(tree_); }
-
-  QorMgmtSpiComponent_1* record() { return record_.get(); }
-
-  QorReturnT start(QorStateChangeReason) { return 0; }
-  QorReturnT stop(QorStateChangeReason) { return 0; }
-  static char const* moduleName() { return "CountCommands"; }
-
-  QorReturnT useModule(CliApiContext& context, QorCliActionEnum_2T action,
-                       unsigned actionId, unsigned* commandMatchCount,
-                       char const* commandLine, char const* input) {
-    return answerPipeAction(
-        tree_, context,
-        {action, actionId, commandMatchCount, commandLine, input});
+  static CommandSyntax syntax() {
+    return {"count",
+            "Count lines",
+            {{"-i", "--ignore", "Ignore the case of letters"},
+             {"-m", "--max", "Stop counting at a number",
+              Parameter::number("<max>", "The highest count", 1, 1000000)}},
+            {Parameter::text("<pattern>", "What lines match").optional()}};
   }
 
-  QorReturnT inputComplete(CliApiContext& context, unsigned actionId) {
-    if (!canAnswer(context)) return -1;
-    LinesOutput output;
-    command_.complete(actionId, output);
-    emitOutput(context, actionId, output.getOutput(), 0);
-    return 0;
+  explicit Count(Arguments const& typed) {
+    if (typed.has("--max")) max_ = typed.number("--max");
+    if (typed.has("<pattern>")) {
+      filter_.emplace(typed.text("<pattern>"), typed.has("--ignore"));
+    } else if (typed.has("--ignore")) {
+      throw std::invalid_argument("Option '--ignore' needs a <pattern>");
+    }
+  }
+
+  void text(std::string_view lines, Printer&) override {
+    filter_ ? filter_->filter(lines, false, *this) : selected(lines);
+  }
+
+  void end(Printer& printer) override {
+    printer.line(std::to_string(std::min(lines_, max_)));
   }
 
  private:
-  CountCommand command_;
-  AutoCompleteTree tree_;
-  PipeComponentRecord<CountComp> record_{"CountComp"};
+  void selected(std::string_view lines) override {
+    lines_ +=
+        static_cast<std::size_t>(std::count(lines.begin(), lines.end(), '\n'));
+  }
+  void unselected(std::string_view) override {}
+
+  std::size_t max_ = SIZE_MAX;
+  std::size_t lines_ = 0;
+  std::optional<QorCliMatching::LineFilter> filter_;
 };
 
-FrameworkPortal portal;
+struct CountComp : CommandComponent<CountComp, Count> {
+  static constexpr char kName[] = "CountComp";
+};
 
 }  // namespace
 
-QorReturnT qorLCMinit(QorMgmtSpiInterfacePortalAccessor* accessor,
-                      char const*) {
-  QorReturnT const status = portal.fetch(accessor);
-  if (status != 0) return status;
-  return portal.registerComponent(CountComp::instance().record());
-}
-
-void qorLCMterminate() {
-  portal.unregisterComponent(CountComp::instance().record());
-}
+QOR_CLI_ENTRY_POINTS(CountComp)

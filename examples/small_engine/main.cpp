@@ -109,7 +109,7 @@ class Plugin {
   }
 
  private:
-  // A plug-in that fails while it leaves is left all the same.
+  // Makes a step towards unloading. A failure does not stop the next one.
   template <typename Call>
   static void leave(Call call) {
     try {

@@ -54,8 +54,11 @@ TEST(ExportedSymbols, OfTheRuntimeAreThoseOfItsHeaders) {
 #endif
 
 TEST(ExportedSymbols, AreTheTwoEntryPoints) {
-  EXPECT_THAT(exportedSymbols(QOR_CLI_PIPE_LIBRARY),
-              ElementsAre("qorLCMinit", "qorLCMterminate"));
+  for (char const* library : {QOR_CLI_PIPE_LIBRARY, QOR_CLI_TEXT_LIBRARY}) {
+    EXPECT_THAT(exportedSymbols(library),
+                ElementsAre("qorLCMinit", "qorLCMterminate"))
+        << library;
+  }
 }
 
 TEST(ExportedSymbols, CannotBeReadFromAnotherFile) {

@@ -60,6 +60,11 @@ CASES = [
     ("--no-p\tx", "[--no-pager][x]"),
     ("--tim\t", "[--timing]"),
     ("--help-line 'show f\t'", "[--help-line][show file ]"),
+    # A name with a blank stands in quotes.
+    ("-c 'show file $FOLDER/a\t| fi\tx'",
+     '[-c][show file "$FOLDER/a name" | filter x]'),
+    ("-c 'show file \"$FOLDER/a n\t| fi\tx'",
+     '[-c][show file "$FOLDER/a name" | filter x]'),
     # Nothing fits.
     ("-c 'bogus x\ty'", "[-c][bogus xy]"),
 ]
@@ -72,6 +77,8 @@ OFFERED = [
     (["qorcli", "-c", "'show "], 2, 9, ["show file", "show tree"]),
     (["qorcli", "-c", "'echo "], 2, 9, []),
     (["qorcli", "-c", "'echo "], 2, 63, ["<text>  The text to print"]),
+    # No help: neither is the rank.
+    (["qorcli", "-c", "'echo x "], 2, 63, ["<text>  The text to print", "<cr>"]),
     (["qorcli", "-c", "'show f"], 2, 9, ["show file ", "show file  "]),
     (["qorcli", "-c", "show\\ f"], 2, 9, ["'show file "]),
     (["qorcli", "-c", '"echo \\"a\\" | f'], 2, 9,
@@ -160,9 +167,9 @@ def check_typed(arguments, environment, folder):
     shell.wait_for(PROMPT)
     failures = 0
     for line, expected in CASES:
-        found = typed(shell, line.replace("$ODD", str(arguments.plugin)))
-        failures += differs(line, expected.replace("$ODD", str(arguments.plugin)),
-                            found)
+        for name, value in (("$ODD", str(arguments.plugin)), ("$FOLDER", folder)):
+            line, expected = line.replace(name, value), expected.replace(name, value)
+        failures += differs(line, expected, typed(shell, line))
     shell.end()
     return failures
 
@@ -192,6 +199,7 @@ def main():
     parser.add_argument("shell", choices=SETUP)
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
+        (pathlib.Path(folder) / "a name").write_text("")
         (pathlib.Path(folder) / "qorcli").symlink_to(arguments.qorcli.resolve())
         environment = dict(os.environ, ZDOTDIR=folder, HOME=folder, TERM="dumb",
                            COLUMNS="500",

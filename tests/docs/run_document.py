@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Runs the commands in a document and compares what they print.
 
-    run_document.py --qorcli PATH --root DIR [--rewrite] DOCUMENT...
+    run_document.py --qorcli PATH [--program PATH] --root DIR [--rewrite] DOCUMENT...
 
 A command is a line that begins with "$ " in a block fenced as "console"; the
 lines up to the next command or the end of the block are what it must print on
 standard output. Commands run in the repository's root with bash. `script/run`
 builds before it starts the engine; here it stands for the engine under test.
+Other programs of the build that commands name are given with --program.
 
 A block fenced as "drawing" shows which lines pipe commands keep. Its heading has
 the pipe commands, with two blanks or more in between; the rows have the lines of
@@ -112,12 +113,15 @@ def check(document, arguments, path):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--qorcli", type=pathlib.Path, required=True)
+    parser.add_argument("--program", type=pathlib.Path, action="append",
+                        default=[])
     parser.add_argument("--root", type=pathlib.Path, required=True)
     parser.add_argument("--rewrite", action="store_true")
     parser.add_argument("documents", nargs="+", type=pathlib.Path)
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
-        (pathlib.Path(folder) / "qorcli").symlink_to(arguments.qorcli.resolve())
+        for program in [arguments.qorcli, *arguments.program]:
+            (pathlib.Path(folder) / program.name).symlink_to(program.resolve())
         results = [check(document, arguments, folder)
                    for document in arguments.documents]
     sys.exit(0 if all(results) else 1)

@@ -42,6 +42,13 @@ def shown(terminal, keys, expected, rewrite):
     return rows_from(terminal, row)
 
 
+def terminal_for(command, work, **environment):
+    """Starts a program at a terminal, in the folder `work`."""
+    world = types.SimpleNamespace(
+        work=work, environment=dict(os.environ, LC_ALL="C.UTF-8", TERM="xterm"))
+    return Terminal(command, world, environment, COLUMNS, ROWS)
+
+
 def replayed(lines, terminal, rewrite):
     """Returns the lines of a document with the screens as they are now, and how
     many screens there are."""
@@ -69,12 +76,8 @@ def main():
     arguments = parser.parse_args()
     lines = arguments.document.read_text().splitlines()
     with tempfile.TemporaryDirectory() as folder:
-        world = types.SimpleNamespace(
-            work=arguments.root,
-            environment=dict(os.environ, HOME=folder, XDG_STATE_HOME=folder,
-                             LC_ALL="C.UTF-8", TERM="xterm"))
-        terminal = Terminal(f"'{arguments.qorcli.resolve()}'", world, {}, COLUMNS,
-                            ROWS)
+        terminal = terminal_for(f"'{arguments.qorcli.resolve()}'", arguments.root,
+                                HOME=folder, XDG_STATE_HOME=folder)
         try:
             now, screens = replayed(lines, terminal, arguments.rewrite)
             status = terminal.wait_for_exit()

@@ -10,9 +10,10 @@ The other steps need it.
     engine        the engine runs and finds its plug-in
     find_package  the consumer builds with CMake and runs
     pkg_config    the consumer builds with pkg-config and runs
+    text          the text commands build against what is installed
     example       the examples build, and the engine loads the component
     exceptions    the small engine tells what a plug-in throws
-    guides        what the guides show is what the examples are, and works
+    guides        the guides can be followed, and show what the examples are
     headers       every header compiles alone (--compiler, repeatable)
     version       one version everywhere
 """
@@ -70,8 +71,8 @@ class Installed:
         if printed != expected:
             raise Failure(f"{command} prints {printed!r} instead of {expected!r}")
 
-    def pkg_config(self, *what):
-        return shlex.split(self.run("pkg-config", *what, "qor-cli"))
+    def pkg_config(self, *what, packages=("qor-cli",)):
+        return shlex.split(self.run("pkg-config", *what, *packages))
 
     def build(self, project, folder, *options):
         self.run(self.cmake, "-S", project, "-B", folder,
@@ -97,9 +98,20 @@ def engine(installed, _):
     qorcli = installed.only("bin/qorcli")
     installed.expect([qorcli, "-c", "echo x | filter x"], "x\n")
     installed.expect([qorcli, "-c", "echo x | filter y"], "")
+    installed.expect([qorcli, "-c", "echo x | count"], "1\n")
 
 
-GREETING = "hello from greet: Success\n"
+# What the consumer prints: for each of its patterns the lines that match, and a
+# greeting.
+CONSUMED = """\
+eth0 link up
+eth2 link down
+eth0 link up
+ext1 idle
+eth2 link down
+eth2 link down
+hello from greet: Success
+"""
 
 
 def find_package(installed, arguments):
@@ -107,7 +119,7 @@ def find_package(installed, arguments):
         # The targets ask for the standard that they need.
         installed.build(arguments.source / "tests/install/consumer", folder,
                         "-DCMAKE_CXX_STANDARD=14")
-        installed.expect([pathlib.Path(folder, "consumer")], GREETING)
+        installed.expect([pathlib.Path(folder, "consumer")], CONSUMED)
 
 
 def pkg_config(installed, arguments):
@@ -117,9 +129,25 @@ def pkg_config(installed, arguments):
         installed.run(
             arguments.compiler[0], "-std=c++17", *WARNINGS, "-o", consumer,
             arguments.source / "tests/install/consumer/main.cpp",
-            *installed.pkg_config("--cflags", "--libs"),
+            *installed.pkg_config("--cflags", "--libs",
+                                  packages=("qor-cli", "qor-cli-matching")),
             "-Wl,-rpath," + libraries)
-        installed.expect([consumer], GREETING)
+        installed.expect([consumer], CONSUMED)
+
+
+def text(installed, arguments):
+    sources = arguments.source / "cli/cmd_comp/extensions/text_comp/src"
+    packages = ("qor-cli", "qor-cli-matching")
+    with tempfile.TemporaryDirectory() as folder:
+        plugin = pathlib.Path(folder, "text.so")
+        installed.run(
+            arguments.compiler[0], "-std=c++17", *WARNINGS, "-o", plugin,
+            *sorted(sources.glob("*.cpp")),
+            *installed.pkg_config("--variable=pluginflags"),
+            *installed.pkg_config("--cflags", "--libs", packages=packages))
+        installed.expect(
+            [installed.only("bin/qorcli"), "--plugin", plugin, "-c",
+             "echo x | begin x | number"], "     1\tx\n")
 
 
 def example(installed, arguments):
@@ -154,11 +182,11 @@ def example(installed, arguments):
         installed.expect(
             ["sh", "-c", '"$@" 2>&1; echo "status $?"', "sh", *qorcli, "-c",
              show + "count ("],
-            "ERROR: Malformed or too costly a pattern\n"
+            "ERROR: missing closing parenthesis at offset 1\n"
             "qorcli: stage 2 (count (): failed with status -1 (Failure)\n"
             "status 1\n")
         completed = installed.run(*qorcli, "--complete", show + "count ")
-        if not re.search(r"^2\t<pattern>\t", completed, re.MULTILINE):
+        if not re.search(r"^1\t<pattern>\t", completed, re.MULTILINE):
             raise Failure(f"count is completed with {completed!r}")
         helped = installed.run(*qorcli, "--help-line", show)
         for command in ("count", "filter"):
@@ -203,14 +231,15 @@ def exceptions(installed, arguments):
 
 
 def guides(installed, arguments):
-    installed.only("filter.md")
-    for guide, of, *whole in (
-            ("writing-a-pipe-command.md", "count_comp", "--whole"),
-            ("embedding.md", "small_engine")):
+    for reference in ("filter.md", "text.md"):
+        installed.only(reference)
+    examples = arguments.source / "examples"
+    for guide, *of in (
+            ("writing-a-pipe-command.md", "--examples", examples),
+            ("embedding.md", "--example", examples / "small_engine")):
         print(installed.run(
             sys.executable, arguments.source / "tests/docs/guide_test.py",
-            "--qorcli", installed.only("bin/qorcli"), "--example",
-            arguments.source / "examples" / of, *whole,
+            "--qorcli", installed.only("bin/qorcli"), *of,
             arguments.source / "docs" / guide), end="")
 
 
@@ -244,6 +273,8 @@ def version(installed, _):
         "CMake package": first(r"PACKAGE_VERSION \"(.*)\"",
                                installed.only("QorCliConfigVersion.cmake")),
         "pkg-config": installed.pkg_config("--modversion")[0],
+        "pkg-config of the matching core": installed.pkg_config(
+            "--modversion", packages=("qor-cli-matching",))[0],
         "qorcli": installed.run(installed.only("bin/qorcli"),
                                 "--version").split()[-1],
         "runtime": runtime[len("libqor_common.so."):],
@@ -254,7 +285,7 @@ def version(installed, _):
 
 
 STEPS = {step.__name__: step for step in (
-    engine, find_package, pkg_config, example, exceptions, guides, headers,
+    engine, find_package, pkg_config, text, example, exceptions, guides, headers,
     version)}
 
 

@@ -18,9 +18,11 @@ namespace {
 
 using testing::AllOf;
 using testing::ContainsRegex;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 // Whether the texts stand in the log, one behind the other.
 MATCHER_P(HasInOrder, texts, "") {
@@ -136,7 +138,7 @@ TEST_F(Log, ASuccessfulRunWritesNothingAtLevel7) {
                 unsigned matches = 0;
                 component.start(0);
                 interface.useModule(&session.record, kExecute, 1, &matches,
-                                    "filter (", "a\n");
+                                    "filter a", "a\n");
                 interface.useModule(&session.record, kComplete, 1, &matches,
                                     "filter ", "");
                 interface.inputComplete(&session.record, 1);
@@ -214,6 +216,66 @@ TEST_F(Log, NullPointersAreLogged) {
     EXPECT_THAT(line, HasSubstr("severity 4 cli PipeCmdComp.cpp:"));
   }
   EXPECT_EQ(3U, count);
+}
+
+// ---- Why a call of the filter failed
+
+// The records that a call of the filter for `pattern` leaves behind. It fails
+// without a word to the operator.
+std::function<void()> failingFilterFor(std::string const& pattern,
+                                       std::string const& input = "a\n") {
+  return [=] {
+    withComponent([&](auto const&, auto const& interface) {
+      Session session;
+      unsigned matches = 0;
+      std::string const line = "filter \"" + pattern + '"';
+      EXPECT_EQ(-1, interface.useModule(&session.record, kExecute, 1, &matches,
+                                        line.c_str(), input.c_str()));
+      EXPECT_THAT(session.outputs, IsEmpty());
+    });
+  };
+}
+
+// One line, and nothing else.
+auto isRecordOf(std::string const& text) {
+  return AllOf(StartsWith("severity 4 cli FilterCommand.cpp:"),
+               EndsWith(" logReason: Filter pattern " + text + ".\n"),
+               Not(ContainsRegex("\n.")));
+}
+
+TEST_F(Log, ARefusedPatternIsLoggedWithTheReasonAndItsPlace) {
+  EXPECT_THAT(logOf("4", failingFilterFor("a(b")),
+              isRecordOf("\"a(b\": missing closing parenthesis at offset 3"));
+}
+
+TEST_F(Log, ARefusedPatternIsNotLoggedBelowLevel4) {
+  EXPECT_THAT(logOf("3", failingFilterFor("a(b")), IsEmpty());
+}
+
+// What is typed must not pass for records.
+TEST_F(Log, ControlCharactersOfAPatternAreEscaped) {
+  EXPECT_THAT(logOf("4", failingFilterFor("a\nseverity 1\x1b!2J\x7f\t(b")),
+              isRecordOf("\"a\\x0Aseverity 1\\x1B!2J\\x7F\\x09(b\": missing "
+                         "closing parenthesis at offset 20"));
+}
+
+TEST_F(Log, ALongPatternIsCut) {
+  EXPECT_THAT(logOf("4", failingFilterFor(std::string(100, 'a') + "bcd(")),
+              isRecordOf('"' + std::string(100, 'a') +
+                         "...\": missing closing parenthesis at offset 104"));
+}
+
+TEST_F(Log, APatternThatIsTooLongIsLogged) {
+  EXPECT_THAT(logOf("4", failingFilterFor(std::string(70000, 'a'))),
+              isRecordOf('"' + std::string(100, 'a') +
+                         "...\": pattern string is longer than the limit set "
+                         "by the application at offset 0"));
+}
+
+TEST_F(Log, AMatchThatTakesTooLongIsLogged) {
+  EXPECT_THAT(
+      logOf("4", failingFilterFor("(?=(a+)+$)a", std::string(60, 'a') + "!\n")),
+      isRecordOf("\"(?=(a+)+$)a\": matching takes too long"));
 }
 
 TEST_F(Log, NullPointersAreNotLoggedBelowLevel4) {

@@ -4,7 +4,6 @@
 
 #include <fstream>
 #include <stdexcept>
-#include <string>
 
 namespace qor_test {
 namespace {
@@ -17,8 +16,8 @@ void* symbol(void* handle, char const* name) {
 
 }  // namespace
 
-Plugin::Plugin()
-    : handle_(dlopen(QOR_CLI_PIPE_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {
+Plugin::Plugin(std::string const& library)
+    : handle_(dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (handle_ == nullptr) throw std::runtime_error(dlerror());
   init = reinterpret_cast<InitFunction>(symbol(handle_, "qorLCMinit"));
   terminate =
@@ -35,8 +34,7 @@ bool Plugin::unload() {
   return status == 0;
 }
 
-bool Plugin::isMapped() {
-  std::string const library = QOR_CLI_PIPE_LIBRARY;
+bool Plugin::isMapped(std::string const& library) {
   std::string const name = library.substr(library.rfind('/'));
   std::ifstream maps("/proc/self/maps");
   if (!maps) throw std::runtime_error("/proc/self/maps cannot be read");

@@ -1,16 +1,18 @@
 #ifndef QOR_TEST_PLUGIN_H
 #define QOR_TEST_PLUGIN_H
 
+#include <string>
+
 #include "FrameworkRecords.h"
 
 namespace qor_test {
 
-// The built plug-in, loaded as the framework loads it.
+// A built plug-in, loaded as the framework loads it.
 class Plugin {
  public:
-  // Loads the library; throws std::runtime_error with the loader's text when
+  // Loads `library`; throws std::runtime_error with the loader's text when
   // that fails or an entry point is missing.
-  Plugin();
+  explicit Plugin(std::string const& library = QOR_CLI_PIPE_LIBRARY);
   // Unloads the library if unload() has not done so.
   ~Plugin();
   Plugin(Plugin const&) = delete;
@@ -23,8 +25,8 @@ class Plugin {
   // Whether the library could be closed.
   bool unload();
 
-  // Whether any part of the library's file is mapped into this process.
-  static bool isMapped();
+  // Whether any part of the file `library` is mapped into this process.
+  static bool isMapped(std::string const& library = QOR_CLI_PIPE_LIBRARY);
 
  private:
   void* handle_;

@@ -4,7 +4,7 @@
 
 namespace qor_test {
 
-PluginTest::PluginTest() {
+PluginTest::PluginTest(std::string const& library) : plugin(library) {
   if (plugin.init(&portal.accessor, nullptr) != 0) {
     throw std::runtime_error("the plug-in cannot be initialised");
   }

@@ -17,10 +17,10 @@ struct ActionResult {
   unsigned commandMatchCount;  // 0 before the action
 };
 
-// A test of the loaded and initialised plug-in through its one interface.
+// A test of a loaded and initialised plug-in through its one interface.
 class PluginTest : public testing::Test {
  protected:
-  PluginTest();
+  explicit PluginTest(std::string const& library = QOR_CLI_PIPE_LIBRARY);
   ~PluginTest() override;
 
   // Performs an action of `session` as the CLI engine does.

@@ -20,14 +20,15 @@
 namespace qor_test {
 namespace {
 
+using QorCliMatching::LineMatcher;
 using QorCliPipe::ContextRules;
 using QorCliPipe::FilterCommand;
-using QorCliPipe::LineMatcher;
 using QorCliPipe::PipeOutput1;
 using Texts = std::vector<std::string>;
 
 constexpr std::size_t kExhaustiveLength = 10;
 constexpr std::size_t kExhaustiveContext = 3;
+constexpr double kSeconds = 1;
 constexpr Chunking kChunkings[] = {Chunking::kWhole, Chunking::kLineByLine,
                                    Chunking::kRandom};
 
@@ -74,7 +75,7 @@ Texts expected(FilterCase const& filterCase) {
 
 // What the matching core keeps, without a command line.
 Texts keptByCore(FilterCase const& filterCase) {
-  LineMatcher matcher(filterCase.pattern, filterCase.ignoreCase);
+  LineMatcher matcher(filterCase.pattern, filterCase.ignoreCase, kSeconds);
   QorCliPipe::PipeCmd::FilterStruct state;
   Texts kept;
   ContextRules rules(static_cast<int>(filterCase.context.after),
@@ -84,7 +85,7 @@ Texts keptByCore(FilterCase const& filterCase) {
        feed = filterCase.text.find('\n', begin)) {
     std::string const line = filterCase.text.substr(begin, feed + 1 - begin);
     bool const found = matcher.matches(line.substr(0, line.size() - 1));
-    found != filterCase.invert ? rules.wanted(line) : rules.unwanted(line);
+    found != filterCase.invert ? rules.selected(line) : rules.unselected(line);
     begin = feed + 1;
   }
   return kept;
@@ -99,23 +100,32 @@ Texts commandLine(FilterCase const& filterCase) {
   return tokens;
 }
 
-// What the command keeps when the text is delivered in pieces.
-Texts keptByCommand(FilterCase const& filterCase, Chunking chunking,
+// What the command keeps in calls of one action: each case's text is delivered
+// in pieces, with the options of the case.
+Texts keptByCommand(std::vector<FilterCase> const& cases, Chunking chunking,
                     std::mt19937& random) {
   QorCliApiContext_5 record{};
   QorCliUtilities::CliApiContext5 context(&record);
   context.setActionId(static_cast<unsigned>(random()));
-  Texts const tokens = commandLine(filterCase);
   Texts kept;
-  for (std::string const& chunk : chunksOf(filterCase.text, chunking, random)) {
-    PipeOutput1 output;
-    output.push_back(chunk);
-    EXPECT_EQ(0, FilterCommand::instance().execute(context, tokens, output));
-    std::move(output.getOutput().begin(), output.getOutput().end(),
-              std::back_inserter(kept));
+  for (FilterCase const& filterCase : cases) {
+    Texts const tokens = commandLine(filterCase);
+    for (std::string const& chunk :
+         chunksOf(filterCase.text, chunking, random)) {
+      PipeOutput1 output;
+      output.push_back(chunk);
+      EXPECT_EQ(0, FilterCommand::instance().execute(context, tokens, output));
+      std::move(output.getOutput().begin(), output.getOutput().end(),
+                std::back_inserter(kept));
+    }
   }
   QorCliPipe::PipeCmd::FilterMap.clear();
   return kept;
+}
+
+Texts keptByCommand(FilterCase const& filterCase, Chunking chunking,
+                    std::mt19937& random) {
+  return keptByCommand(std::vector<FilterCase>{filterCase}, chunking, random);
 }
 
 // Checks a case on every road through the filter.
@@ -257,6 +267,76 @@ TEST_F(RandomFilter, SeparatesGroupsOnly) {
     ASSERT_FALSE(!kept.empty() && separator) << someCase;
   }
 }
+
+// ---- Options that change between the calls of one action
+//
+// They hold for the lines of their call. What an earlier one has left over,
+// lines of leading context and trailing lines still to be kept, stays.
+
+// Line by line, each call pushes one line only.
+TEST_F(RandomFilter, MayBeGivenOtherOptionsInEachCall) {
+  for (int i = 0; i < 500; ++i) {
+    std::vector<FilterCase> cases(1 + upTo(4));
+    for (FilterCase& someCase : cases) {
+      someCase = filterCase();
+      someCase.text = lines(upTo(12));
+    }
+    Texts const expected = keptByCommand(cases, Chunking::kLineByLine, random_);
+    for (Chunking const chunking : {Chunking::kWhole, Chunking::kRandom}) {
+      ASSERT_EQ(expected, keptByCommand(cases, chunking, random_))
+          << nameOf(chunking) << ' ' << testing::PrintToString(cases);
+    }
+  }
+}
+
+struct ChangeRow {
+  OracleContext first;
+  std::string firstText;
+  OracleContext second;
+  std::string secondText;
+  std::string kept;
+};
+
+std::ostream& operator<<(std::ostream& out, ChangeRow const& row) {
+  return out << testing::PrintToString(row.firstText) << ", then "
+             << testing::PrintToString(row.secondText);
+}
+
+class ChangedContext : public testing::TestWithParam<ChangeRow> {};
+
+TEST_P(ChangedContext, HoldsFromTheNextCallOn) {
+  ChangeRow const& row = GetParam();
+  std::mt19937 random(testSeed());
+  for (Chunking const chunking : kChunkings) {
+    std::string kept;
+    for (std::string const& line :
+         keptByCommand({{"M", false, false, row.first, row.firstText},
+                        {"M", false, false, row.second, row.secondText}},
+                       chunking, random)) {
+      kept += line;
+    }
+    EXPECT_EQ(row.kept, kept) << nameOf(chunking);
+  }
+}
+
+// A line that comes while as many lines are held as asked for, or more, takes
+// the place of the oldest.
+INSTANTIATE_TEST_SUITE_P(
+    Before, ChangedContext,
+    testing::Values(
+        ChangeRow{{0, 3}, "a\nb\nc\n", {0, 1}, "d\ne\nf\nM\n", "d\ne\nf\nM\n"},
+        ChangeRow{{0, 3}, "a\nb\nc\n", {0, 1}, "d\nM\n", "b\nc\nd\nM\n"},
+        ChangeRow{{0, 3}, "a\nb\nc\n", {0, 1}, "M\n", "a\nb\nc\nM\n"},
+        ChangeRow{{0, 3}, "a\n", {0, 1}, "b\nc\nM\n", "c\nM\n"},
+        ChangeRow{{0, 1}, "a\nb\n", {0, 3}, "c\nM\n", "b\nc\nM\n"},
+        ChangeRow{{0, 2}, "a\nb\n", {0, 0}, "c\nM\n", "M\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    After, ChangedContext,
+    testing::Values(
+        ChangeRow{{3, 0}, "M\na\n", {1, 0}, "b\nc\nd\n", "M\na\nb\nc\n"},
+        ChangeRow{
+            {1, 0}, "M\na\n", {3, 0}, "b\nM\nc\n", "M\na\n   --\nM\nc\n"}));
 
 }  // namespace
 }  // namespace qor_test

@@ -14,9 +14,9 @@ namespace qor_test {
 namespace {
 
 // Less is asked for of a slow run.
-int const kCalls = isSlowRun() ? 50000 : 1000000;
+int const kCalls = isSlowRun() ? 16000 : 160000;
 constexpr int kFirstCalls = 1000;
-int const kLoads = isSlowRun() ? 50 : 1000;
+int const kLoads = isSlowRun() ? 50 : 200;
 constexpr int kFirstLoads = 20;
 
 // The allocator does not give every page back at once; that of the address
@@ -57,7 +57,7 @@ constexpr std::array<Call, 16> kMix = {{
     {kExecute, "filter a", "a\nb\nc\n", 0},
     {kComplete, "fil", "", 0},
     {kHelp, "filter ", "", 0},
-    {kExecute, "filter -b 2 -a 1 M", "1\n2\n3\nM\n4\n5\n", 0},
+    {kExecute, "filter -b 2 -a 1 \"(M|N)+$\"", "1\n2\n3\nM\n4\n5\n", 0},
     {kComplete, "filter --a", "", 0},
     {kExecute, "filter (", "a\n", -1},
     {kExecute, "filter a b", "a\n", -1},
@@ -98,7 +98,7 @@ class Endurance : public PluginTest {
   int failures_ = 0;
 };
 
-TEST_F(Endurance, MemoryIsWhereItWasAfterAMillionCalls) {
+TEST_F(Endurance, MemoryIsWhereItWasAfterManyCalls) {
   callUntil(kFirstCalls);
   long const resident = residentBytes();
   std::size_t const allocated = allocatedBytes();
@@ -112,7 +112,7 @@ TEST_F(Endurance, MemoryIsWhereItWasAfterAMillionCalls) {
 
 // ---- Loads
 
-void loadOnce() {
+void loadOnce(char const* command) {
   Plugin plugin;
   Portal portal;
   Session session;
@@ -122,16 +122,16 @@ void loadOnce() {
       *portal.registered->providedInterfaces[0];
   unsigned matches = 0;
   ASSERT_EQ(0, commands.useModule(&session.record, kExecute, 1, &matches,
-                                  "filter -b 3 a", "b\na\nc\n"));
+                                  command, "b\na\nc\n"));
   ASSERT_EQ((std::vector<std::string>{"b\n", "a\n"}), textsOf(session.outputs));
   ASSERT_EQ(0, portal.registered->stop(1));
   plugin.terminate();
   ASSERT_TRUE(plugin.unload());
 }
 
-void loadTimes(int loads) {
+void loadTimes(int loads, char const* command = "filter -b 3 a") {
   for (int i = 0; i < loads && !testing::Test::HasFatalFailure(); ++i) {
-    loadOnce();
+    loadOnce(command);
     ASSERT_FALSE(Plugin::isMapped()) << "after load " << i;
   }
 }
@@ -143,6 +143,19 @@ TEST(EndlessLoading, LeavesNoLibraryAndNoMemoryBehind) {
   loadTimes(kLoads);
   EXPECT_LE(residentBytes(), resident + kTolerance);
   EXPECT_LE(allocatedBytes(), allocated + kBlocksAtHand);
+}
+
+// What RE2 makes once in a process it makes anew when it is loaded again, and
+// never frees.
+TEST(EndlessLoading, LeavesLittleBehindOfAPatternForRe2) {
+  constexpr std::size_t lostAtALoad = 256;  // bytes
+  constexpr char command[] = "filter -b 3 \"(a|d)+$\"";
+  loadTimes(kFirstLoads, command);
+  std::size_t const allocated = allocatedBytes();
+  loadTimes(kLoads, command);
+  EXPECT_LE(allocatedBytes(),
+            allocated + kBlocksAtHand +
+                static_cast<std::size_t>(kLoads) * lostAtALoad);
 }
 
 }  // namespace

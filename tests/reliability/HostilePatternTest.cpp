@@ -1,14 +1,19 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/time.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <ctime>
 #include <iostream>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "LineFilter.h"
+#include "Pcre2Oracle.h"
 #include "PluginTest.h"
 #include "Seed.h"
 #include "SmallStack.h"
@@ -16,19 +21,21 @@
 namespace qor_test {
 namespace {
 
-// Processor time. The matcher works on one line for a few seconds at most; the
-// rest is for a machine that is slow or checks every access.
-std::clock_t const kLongestCall = isSlowRun() ? 40 : 10;  // seconds
+using QorCliMatching::LineFilter;
+using QorCliMatching::PatternError;
 
-// A call that takes longer than this ends the program.
-std::clock_t const kEndOfPatience = 3 * kLongestCall;  // seconds
+// What a call over 128 KiB may take of processor time, compiling included. A
+// machine that checks every access needs more.
+double const kLongestCall = isSlowRun() ? 8 : 2;  // seconds
 
-// Ends the program when it uses that much processor time; 0 calls that off.
-void limitProcessorTime(std::clock_t seconds) {
-  itimerval timer{};
-  timer.it_value.tv_sec = seconds;
-  ASSERT_EQ(0, setitimer(ITIMER_PROF, &timer, nullptr));
-}
+// What it may take besides the time for its lines.
+double const kOverhead = kLongestCall - 1;  // seconds
+
+// Where that time is injected.
+constexpr double kLittleTime = 0.02;  // seconds
+
+constexpr std::size_t kCallSize = std::size_t{128} * 1024;  // bytes
+constexpr std::size_t kMiB = std::size_t{1} << 20;
 
 constexpr unsigned kActionId = 8;
 constexpr unsigned kOtherActionId = 9;
@@ -45,185 +52,530 @@ std::string repeated(std::string const& text, std::size_t times) {
   return result;
 }
 
-class HostilePattern : public PluginTest {
- public:
-  static void TearDownTestSuite() {
-    std::cout << "longest call: " << longestCall * 1000 / CLOCKS_PER_SEC
-              << " ms of processor time" << std::endl;
-  }
+// As many copies as there is room for.
+std::string many(std::string const& text, std::size_t size = 65000) {
+  return repeated(text, size / text.size());
+}
 
- protected:
-  // Executes in the time that is allowed for it.
-  ActionResult execute(std::string const& line, std::string const& input,
-                       unsigned actionId = kActionId) {
-    session.clear();
-    std::clock_t const start = std::clock();
-    limitProcessorTime(kEndOfPatience);
-    ActionResult const result = use(kExecute, actionId, line, input);
+// As many copies of a line as make up a call.
+std::string callOf(std::string const& line) {
+  return repeated(line + '\n', kCallSize / (line.size() + 1));
+}
+
+// A text that is too long to be printed whole.
+std::string excerpt(std::string const& text) {
+  constexpr std::size_t shown = 50;  // bytes
+  if (text.size() <= shown) return text;
+  return text.substr(0, shown) + " of " + std::to_string(text.size()) +
+         " bytes";
+}
+
+// Ends the program when it uses that much processor time; 0 calls that off.
+void limitProcessorTime(double seconds) {
+  itimerval timer{};
+  timer.it_value.tv_sec = static_cast<time_t>(seconds);
+  ASSERT_EQ(0, setitimer(ITIMER_PROF, &timer, nullptr));
+}
+
+// Processor time of one call. One that never ends, ends the program.
+class Stopwatch {
+ public:
+  Stopwatch() { limitProcessorTime(3 * kLongestCall); }
+
+  double stop() {
+    double const taken =
+        static_cast<double>(std::clock() - start_) / CLOCKS_PER_SEC;
     limitProcessorTime(0);
-    std::clock_t const taken = std::clock() - start;
-    EXPECT_LT(taken, kLongestCall * CLOCKS_PER_SEC);
-    longestCall = std::max(longestCall, taken);
-    return result;
+    return taken;
   }
 
  private:
-  // Of the test suites that this program has run so far.
-  inline static std::clock_t longestCall = 0;
+  std::clock_t start_ = std::clock();
 };
 
-// ---- Patterns that no matcher with backtracking gets to the end of
+struct LongestCall {
+  double seconds = 0;
+  std::string what;
 
-struct Catastrophe {
-  std::string pattern;
-  std::string line;
+  void note(double taken, std::string const& pattern) {
+    if (taken > seconds) *this = {taken, excerpt(pattern)};
+  }
 };
 
-std::ostream& operator<<(std::ostream& out, Catastrophe const& catastrophe) {
-  return out << catastrophe.pattern << " on " << catastrophe.line.size()
-             << " bytes";
-}
+class HostilePattern : public PluginTest {
+ public:
+  static void TearDownTestSuite() {
+    std::cout << "longest call so far: " << longest.seconds << " s, "
+              << longest.what << "; besides its lines: " << overhead.seconds
+              << " s, " << overhead.what << std::endl;
+  }
 
-std::vector<Catastrophe> catastrophes() {
-  std::string const many(60, 'a');
-  std::string const words = many + ' ' + many + ' ' + many;
-  return {
-      {"(a+)+$", many + '!'},
-      {"(a|aa)+$", many + '!'},
-      {"^(([a-z])+.)+[A-Z]([a-z])+$", words},
-      {"(?:(?:a*)*)*[bc]$", many + '!'},
-      {"(\\w+\\s?)+$", words + '?'},
-      {"(?:a?){60}a{60}$", many + '!'},
-      {"^(a+)+\\1[bc]", many + '!'},
-      {"(?=(a+)+$)a", many + '!'},
-      {"(?:(a+)+$|x)", many + '!'},
-      {"(*UTF8)(a+)+$", many + '!'},
-      {"(*NO_START_OPT)(a|a)+$", many + '!'},
-      {"(*LIMIT_MATCH=4294967295)(a+)+$", many + '!'},
-      {"(a+)+$", std::string(20000, 'a') + '!'},
-      {"(*UTF8)(a|aa)+$", std::string(20000, 'a') + '!'},
-      {"(a|aa)+$", std::string(1U << 20U, 'a') + '!'},
-  };
-}
-
-class CatastrophicPattern : public HostilePattern,
-                            public testing::WithParamInterface<Catastrophe> {
  protected:
-  std::string const command_ = quoted(GetParam().pattern);
-  std::string const line_ = GetParam().line + '\n';
+  // Through the plug-in, in the time that is allowed for it.
+  ActionResult execute(std::string const& line, std::string const& input,
+                       unsigned actionId = kActionId) {
+    session.clear();
+    Stopwatch watch;
+    ActionResult const result = use(kExecute, actionId, line, input);
+    double const taken = watch.stop();
+    EXPECT_LT(taken, kLongestCall) << excerpt(line);
+    longest.note(taken, line);
+    return result;
+  }
+
+  // What is left of the call's time is `kLittleTime`; compiling and all that
+  // does not look at the clock takes no longer than it may.
+  enum class End { kAnswered, kFailed, kRefused };
+  End filter(std::string const& pattern, std::string const& text);
+
+  struct Kept : QorCliMatching::LineSink {
+    void selected(std::string_view lines) override { text += lines; }
+    void unselected(std::string_view) override {}
+    std::string text;
+  };
+  Kept kept;
+
+ private:
+  End filterWithin(double seconds, std::string const& pattern,
+                   std::string const& text);
+
+  // Of the test suites that this program has run so far.
+  inline static LongestCall longest;
+  inline static LongestCall overhead;
 };
 
-TEST_P(CatastrophicPattern, EndsTheCallAtTheFirstLineThatIsGivenUpOn) {
-  std::string lines;
-  for (int i = 0; i < 50; ++i) lines += line_;
-  ActionResult const result = execute(command_, lines);
-  EXPECT_EQ(-1, result.status);
-  EXPECT_EQ(1U, result.commandMatchCount);
+HostilePattern::End HostilePattern::filter(std::string const& pattern,
+                                           std::string const& text) {
+  Stopwatch watch;
+  End const end = filterWithin(kLittleTime, pattern, text);
+  double const taken = watch.stop() - kLittleTime;
+  EXPECT_LT(taken, kOverhead) << excerpt(pattern);
+  overhead.note(taken, pattern);
+  return end;
+}
+
+HostilePattern::End HostilePattern::filterWithin(double seconds,
+                                                 std::string const& pattern,
+                                                 std::string const& text) {
+  kept.text.clear();
+  try {
+    LineFilter::Settings settings;
+    settings.seconds = seconds;
+    LineFilter filter(pattern, false, settings);
+    try {
+      filter.filter(text, false, kept);
+      return End::kAnswered;
+    } catch (PatternError const&) {
+      return End::kFailed;
+    }
+  } catch (PatternError const&) {
+    return End::kRefused;
+  }
+}
+
+// ---- Groups and characters that match in several ways, one behind the other
+
+// What is repeated; # stands for the number of the copy.
+struct Form {
+  char const* text;
+  bool isRegular;
+};
+
+std::ostream& operator<<(std::ostream& out, Form const& form) {
+  return out << form.text;
+}
+
+constexpr Form kForms[] = {
+    // Alternatives
+    {"(a|a)", true},
+    {"(a|)", true},
+    {"(|a)", true},
+    {"(a|aa)", true},
+    {"(aa|a)", true},
+    {"((?:a|a))", true},
+    {"(?:(a)|a)", true},
+    {"(?:(a)|(a))", true},
+    {"((a)|(a))", true},
+    {"((a|a))", true},
+    {"(.|a)", true},
+    {"(a|.)", true},
+    {"(a|\\w)", true},
+    {"(\\w|\\w)", true},
+    {"([ab]|a)", true},
+    {"(a|[^b])", true},
+    {"(a|a|a)", true},
+    {"(a|b|a)", true},
+    {"(a||a)", true},
+    {"(a|a?)", true},
+    {"(a|a*)", true},
+    {"(a|a){1}", true},
+    {"(a|a){1,2}", true},
+    {"(a|a)?", true},
+    {"(a|a)??", true},
+    {"(?:a|a)", true},
+    {"(?:a|)", true},
+    // Optional parts
+    {"a?", true},
+    {"a??", true},
+    {"a*", true},
+    {"a*?", true},
+    {".?", true},
+    {"\\w?", true},
+    {"[ab]?", true},
+    {"(a?)", true},
+    {"(a?"
+     "?)",
+     true},  // not a trigraph
+    {"(a)?", true},
+    {"((a)?)", true},
+    {"(?:a?)?", true},
+    {"(a*)", true},
+    {"(a*?)", true},
+    {"(a+)", true},
+    {"(a{0,1})", true},
+    {"(a{0,2})", true},
+    {"(a{1,2})", true},
+    // Named
+    {"(?<n#>a|a)", true},
+    {"(?P<n#>a|a)", true},
+    {"(?<n#>a?)", true},
+    {"(?'n#'a|a)", false},
+    // With options, or numbered alike
+    {"(?i:a|a)", false},
+    {"(?s:.|a)", false},
+    {"(?|(a)|(a))", false},
+    // Atomic and possessive
+    {"(?>a|a)", false},
+    {"(?>a?)", false},
+    {"a?+", false},
+    {"(a|a)?+", false},
+    // Lookaround
+    {"(?=a)a?", false},
+    {"(?=(a|a))a?", false},
+    {"(?!b)(a|a)", false},
+    {"(?<!b)(a|a)", false},
+    // Conditional
+    {"(?(?=a)a|a)", false},
+    {"(?(?!b)(a|a)|a)", false},
+    // Back reference
+    {"(a)\\g{-1}?", false},
+    {"(a|a)\\g{-1}?", false},
+    {"(a?)\\g{-1}", false},
+    {"(?<n#>a|a)\\k<n#>?", false},
+};
+
+static_assert(std::size(kForms) == 66);
+
+std::string copiesOf(std::string const& form, std::size_t count) {
+  std::string result;
+  for (std::size_t i = 0; i < count; ++i) {
+    for (char const c : form) {
+      c == '#' ? result += std::to_string(i) : result += c;
+    }
+  }
+  return result + "[bc]";
+}
+
+// Whether PCRE2's interpreter has to try a lot of ways through the pattern.
+bool isHard(std::string const& pattern, std::string const& line) {
+  constexpr std::uint32_t fewSteps = 1000;
+  return !Pcre2Oracle(pattern, false, fewSteps).matches(line);
+}
+
+class HostileForm : public HostilePattern,
+                    public testing::WithParamInterface<Form> {};
+
+TEST_P(HostileForm, IsAnsweredWhereItIsRegular) {
+  for (std::size_t const copies : {36U, 60U}) {
+    std::string const pattern = copiesOf(GetParam().text, copies);
+    ASSERT_TRUE(Pcre2Oracle(pattern, false).isValid());
+    std::string const line(copies + 2, 'a');
+    if (GetParam().isRegular) {
+      EXPECT_TRUE(isHard(pattern, line));
+      EXPECT_EQ(0, execute(quoted(pattern), line + '\n' + line + "b\n").status);
+      EXPECT_EQ(Texts{line + "b\n"}, textsOf(session.outputs));
+    } else {
+      EXPECT_NE(End::kRefused, filter(pattern, line + '\n'));
+      EXPECT_EQ("", kept.text);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, HostileForm, testing::ValuesIn(kForms));
+
+// ---- Regular patterns that no matcher with backtracking gets to the end of
+
+class Catastrophe : public HostilePattern,
+                    public testing::WithParamInterface<char const*> {};
+
+// The y lets PCRE2 look for a match of a pattern that needs one.
+TEST_P(Catastrophe, IsAnswered) {
+  for (std::size_t const length : {40U, 1000U, 32768U, 1U << 20U}) {
+    std::string const line = "aay" + std::string(length - 4, 'a') + '!';
+    EXPECT_TRUE(length < 1000 || isHard(GetParam(), line)) << length;
+    EXPECT_EQ(0, execute(quoted(GetParam()), line + '\n').status) << length;
+    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Patterns, Catastrophe,
+                         testing::Values("(a+)+$", "(a|aa)+$", "(\\w+\\s?)+$",
+                                         "^(([a-z])+.)+[A-Z]([a-z])+$",
+                                         "(?:(?:a*)*)*[bc]$", "a.*a.*a.*y",
+                                         ".*.*.*[xz]", "(?:(a+)+$|x)",
+                                         "(?:a?){60}a{60}$", "(\\h*a+)+$",
+                                         "(a+)+[^\\S]", "(a+)+[\xE4\xF6]"));
+
+// ---- Calls of 128 KiB
+
+// Lines of two letters in no order, none like another.
+std::string mixedLines(std::size_t length) {
+  std::mt19937 random(7);
+  std::string text;
+  while (text.size() + length < kCallSize) {
+    for (std::size_t i = 0; i < length; ++i) {
+      text += random() % 2 == 0 ? 'a' : 'b';
+    }
+    text += '\n';
+  }
+  return text;
+}
+
+// The text is made when it is needed: all rows are, for each test that is run.
+struct WorstCall {
+  std::string pattern;
+  std::string line;       // repeated; none: mixed lines
+  std::size_t mixed = 0;  // bytes of each
+
+  std::string text() const {
+    return mixed == 0 ? callOf(line) : mixedLines(mixed);
+  }
+};
+
+std::ostream& operator<<(std::ostream& out, WorstCall const& call) {
+  return out << excerpt(call.pattern) << " on lines of "
+             << (call.mixed == 0 ? call.line.size() : call.mixed) << " bytes";
+}
+
+class RegularCall : public HostilePattern,
+                    public testing::WithParamInterface<WorstCall> {};
+
+TEST_P(RegularCall, IsAnswered) {
+  EXPECT_EQ(0, execute(quoted(GetParam().pattern), GetParam().text()).status);
   EXPECT_EQ(Texts{}, textsOf(session.outputs));
 }
 
-TEST_P(CatastrophicPattern, IsForgottenByTheNextCall) {
-  EXPECT_EQ(-1, execute(command_, line_).status);
-  EXPECT_EQ(0, execute("filter a$", "ba\nab\n").status);
-  EXPECT_EQ(Texts{"ba\n"}, textsOf(session.outputs));
-}
-
-INSTANTIATE_TEST_SUITE_P(Patterns, CatastrophicPattern,
-                         testing::ValuesIn(catastrophes()));
-
-// ---- Lines on which each beginning of a match is soon given up, but there are
-// many of them, and each looks at all the rest of the line
-
-class LongScan : public HostilePattern,
-                 public testing::WithParamInterface<char const*> {};
-
-TEST_P(LongScan, FindsNothingOrGivesUp) {
-  for (std::size_t const length : {1000U, 60000U, 1U << 20U}) {
-    std::string const line(length, 'a');
-    ActionResult const result = execute(quoted(GetParam()), line + '\n');
-    EXPECT_TRUE(result.status == 0 || (result.status == -1 && length > 1000));
-    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+std::vector<WorstCall> regularCalls() {
+  std::vector<WorstCall> calls = {
+      {"^(a+)+$", std::string(23, 'a') + '!'},
+      {"(a|a)(a|a)(a|a)(a|a)[xy]", std::string(60, 'a')},
+      {"a.*a.*a.*[xy]", std::string(1000, 'a')},
+      {"(.{1,9}x?){1,3}[yz]", std::string(100, 'a')},
+      {"[^x]*[xX]y", std::string(16000, 'a') + 'y'},
+      {"(a|b|ab){1,99}[de]", repeated("ab", 500)},
+      {"a.{0,500}b.{0,500}[;!]", repeated("ab", 500)},
+      {"(?:[0-9a-f]{1,4}:){1,30}(?:[0-9a-f]{1,4}:?){0,30}[/%]",
+       repeated("ab:", 333)}};
+  for (std::size_t const length : {90U, 140U, 200U}) {
+    calls.push_back({"a.*a.*[xy]", std::string(length, 'a')});
+    calls.push_back({".*.*.*[xy]", std::string(length, 'a')});
   }
-}
-
-INSTANTIATE_TEST_SUITE_P(Patterns, LongScan,
-                         testing::Values("a.*y", "a[^x]*+y", "(?=a.*y)b?",
-                                         "(?=.*b)a", "a(?>.*)y", "(?:a|b)*+y",
-                                         "(a*+)++y", "(*UTF8)a.*+y",
-                                         "a{0,65535}y", "(?:a{0,9999}){0,99}y",
-                                         "(?:[ab]{0,99}){0,99}x"));
-
-// ---- Groups that call themselves: a step takes longer the more calls are
-// under way, so that a number of steps is no bound for the time
-
-class DeepCalls : public HostilePattern,
-                  public testing::WithParamInterface<char const*> {};
-
-TEST_P(DeepCalls, FindNothingOrAreGivenUpOn) {
-  for (std::size_t const length : {10U, 2000U, 30000U}) {
-    std::string const line = std::string(length, 'a') + "!\n";
-    ActionResult const result = execute(quoted(GetParam()), line);
-    EXPECT_TRUE(result.status == 0 || (result.status == -1 && length > 10))
-        << length;
-    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  for (char const* pattern :
+       {"[ab]*a[ab]{300}[xy]", "(?:[ab]{1,30}x?){1,30}[yz]",
+        "(?:[ab]{0,99}){0,9}[xy]", "(a?){300}a{300}[xy]", "(?:a*b*){200}[xy]",
+        "(?:a|b|ab|ba|aab|bba){1,80}[xy]"}) {
+    calls.push_back({pattern, "", 500});
   }
+  return calls;
 }
 
-INSTANTIATE_TEST_SUITE_P(Patterns, DeepCalls,
-                         testing::Values("(a(?1)?)+$|y", "(a(?1)?b?)+$",
-                                         "(?:a(?R)?)+$|y", "(a|a(?1))+y?$",
-                                         "(?<n>a(?&n)?)+$", "(a\\g<1>?)*+$"));
+INSTANTIATE_TEST_SUITE_P(Patterns, RegularCall,
+                         testing::ValuesIn(regularCalls()));
+
+// Under the clock.
+class TimedCall : public HostilePattern,
+                  public testing::WithParamInterface<WorstCall> {};
+
+TEST_P(TimedCall, IsAnsweredOrFailsInTime) {
+  EXPECT_NE(End::kRefused, filter(GetParam().pattern, GetParam().text()));
+  EXPECT_EQ("", kept.text);
+}
+
+std::string const kTooLargeForCallouts = "(?=((abcdefgh){99}){9})|";
+
+// A class of characters beyond ASCII, of which none is followed by the next: a
+// character of the line is compared with each.
+std::string largeClass(std::size_t size) {
+  std::string result = "(*UTF)[^";
+  for (unsigned c = 0x1000; size-- != 0; c += 2) {
+    result += {static_cast<char>(0xE0 | c >> 12),
+               static_cast<char>(0x80 | (c >> 6 & 0x3F)),
+               static_cast<char>(0x80 | (c & 0x3F))};
+  }
+  return result + ']';
+}
+
+std::vector<WorstCall> timedCalls() {
+  std::vector<WorstCall> calls;
+  for (char const* pattern : {"(a(?1)?a)[bc]",
+                              "(?=(a+)+$)a",
+                              "(a*)*\\1[xy]",
+                              "^(a+)+\\1[bc]",
+                              "(*UTF)(a+)+$",
+                              "(*UTF).*.*.*[xy]",
+                              "(*UTF)(a|aa)+$",
+                              "(a+)\\1+$",
+                              "(.+)(.+)\\1\\2[yz]",
+                              "(?i)(.+)\\1+[yz]",
+                              "a[^x]*+[yz]",
+                              "(?:a|b)*+[yz]",
+                              "(a*+)++[yz]",
+                              "a(?>.*)[yz]",
+                              "(?=a.*[yz])b?",
+                              "(?=.*[bc])a",
+                              "(a(?1)?)+$|y",
+                              "(a(?1)?b?)+$",
+                              "(?:a(?R)?)+$|y",
+                              "(a|a(?1))+y?$",
+                              "(?<n>a(?&n)?)+$",
+                              "(a\\g<1>?)*+$",
+                              "(*NO_START_OPT)(a|a)+$",
+                              "(*UTF)(*LIMIT_MATCH=4000000000)(a+)+$",
+                              "(a|)+$x?",
+                              "\\X*[yz]"}) {
+    for (std::size_t const length : {24U, 2000U, 131070U}) {
+      calls.push_back({pattern, std::string(length, 'a') + '!'});
+    }
+  }
+  for (char const* tail : {"(a+)+$", "(|){40}x", "(a?){40}x"}) {
+    for (std::size_t const length : {0U, 8U, 24U, 2000U}) {
+      calls.push_back(
+          {kTooLargeForCallouts + tail, std::string(length, 'a') + '!'});
+    }
+  }
+  for (char const* items : {"a?", "a*", ".*", "\\X*"}) {
+    calls.push_back({repeated(items, 16000) + "[yz]", std::string(24, 'a')});
+  }
+  // Large programs of RE2, with more states than it has memory for.
+  for (char const* pattern :
+       {"(?:[ab]{1,20}[ac]?){1,20}[xy]",
+        "[ab]*a(?:[ab]{30}|[ab]{37}|[ab]{41}|[ab]{43}|[ab]{47}|[ab]{53}){2}"
+        "[xy]"}) {
+    calls.push_back({pattern, "", 500});
+    calls.push_back({pattern, "", 130000});
+  }
+  for (std::size_t const size : {300U, 1200U, 5000U, 15000U}) {
+    for (char const* tail : {"*[yz]", "*+[yz]", "{2,}?[yz]"}) {
+      calls.push_back({largeClass(size) + tail, repeated("\xC4\x80", 65000)});
+    }
+  }
+  for (std::size_t const size : {1000U, 5000U, 21000U}) {
+    calls.push_back(
+        {"[^" + repeated("\\pL", size) + "]*[yz]", std::string(131070, '1')});
+  }
+  // Groups make each step take longer.
+  for (std::string const& pattern :
+       {repeated("()", 5000) + "(?:(?1)|){30}[xy]",
+        "(*UTF8)(?:x" + repeated("()", 7900) + ")?(?:|){40}()[yz]",
+        "(*UTF)" + repeated("(a?)", 1000) + "(a+)+$",
+        repeated("(x)?", 3000) + "(?:|){40}()[yz]"}) {
+    calls.push_back({pattern, "aaaa"});
+  }
+  return calls;
+}
+
+INSTANTIATE_TEST_SUITE_P(Patterns, TimedCall, testing::ValuesIn(timedCalls()));
+
+// Groups that are entered on the way take their time as well.
+TEST_F(HostilePattern, OfNestedNamedGroupsIsAnswered) {
+  std::string pattern;
+  int names = 0;
+  for (int copy = 0; copy < 9; ++copy) {
+    for (int depth = 0; depth < 27; ++depth) {
+      pattern += "(?<n" + std::to_string(names++) + '>';
+    }
+    pattern += ".|a" + repeated(")", 27);
+  }
+  EXPECT_EQ(
+      0,
+      execute(quoted(pattern + "[bc]"), callOf(std::string(1000, 'a'))).status);
+  EXPECT_EQ(Texts{}, textsOf(session.outputs));
+}
 
 // ---- Long patterns
 
 TEST_F(HostilePattern, OfManyCharactersEndsInTime) {
-  struct {
-    std::string pattern;
-    std::size_t length;
-  } const rows[] = {
-      {repeated(".", 30000) + "[yz]", 1U << 20U},
-      {repeated("\\w", 30000) + "[yz]", 1U << 20U},
-      {"^(?:a|aa){24}" + repeated(".", 5000) + "[yz]", 20000},
-      {std::string(30000, 'a') + 'b', 1U << 20U},
-      {std::string(30000, 'a') + "[bc]", 1U << 20U},
-  };
-  for (auto const& row : rows) {
-    ActionResult const result =
-        execute(quoted(row.pattern), std::string(row.length, 'a') + '\n');
-    EXPECT_TRUE(result.status == 0 || result.status == -1);
-    EXPECT_EQ(Texts{}, textsOf(session.outputs));
+  for (std::string const& pattern :
+       {repeated(".", 30000) + "[yz]", repeated("\\w", 30000) + "[yz]",
+        std::string(30000, 'a') + 'b', std::string(30000, 'a') + "[bc]"}) {
+    EXPECT_NE(End::kRefused, filter(pattern, std::string(kMiB, 'a') + '\n'));
+    EXPECT_EQ("", kept.text);
   }
 }
 
-// ---- What is left of a call that gives up
+long peakMemory() {
+  rusage usage{};
+  EXPECT_EQ(0, getrusage(RUSAGE_SELF, &usage));
+  return usage.ru_maxrss;  // KiB
+}
 
-constexpr char kCatastrophe[] = "(a+)+$";
+// For one pattern. The address sanitizer keeps what is freed.
+constexpr long kMostMemory = (kAddressSanitizer ? 256 : 32) * 1024;  // KiB
+
+// RE2 would write them out.
+TEST_F(HostilePattern, OfManyCountsTakesLittleMemory) {
+  long const before = peakMemory();
+  EXPECT_NE(End::kRefused, filter(many("a{1,999}", 40000) + "[bc]", "ab\n"));
+  EXPECT_LE(peakMemory(), before + kMostMemory);
+}
+
+TEST_F(HostilePattern, OfMoreThan64KiBIsRefusedAtOnce) {
+  std::string const fitting = "a(?#" + std::string(64 * 1024 - 5, 'b') + ')';
+  EXPECT_EQ(0, execute(quoted(fitting), "a\n").status);
+  EXPECT_EQ(-1, execute(quoted('a' + fitting), "a\n").status);
+  std::string const pattern = repeated("(a)", 3500000);
+  long const before = peakMemory();
+  EXPECT_EQ(End::kRefused, filter(pattern, "a\n"));
+  EXPECT_LE(peakMemory(), before + kMostMemory);
+}
+
+// ---- A call whose time is up, with all the time that it has by default
+
+constexpr char kTimedCatastrophe[] = "(?=(a+)+$)a|[12]";
 std::string const kBadLine = std::string(60, 'a') + "!\n";
 
-TEST_F(HostilePattern, ShowsTheFirstLineThatWasKept) {
-  EXPECT_EQ(-1, execute(quoted(kCatastrophe), "1a\n2a\n" + kBadLine).status);
-  EXPECT_EQ(Texts{"1a\n"}, textsOf(session.outputs));
-}
-
-TEST_F(HostilePattern, IsNoErrorOnTheLinesThatItDecides) {
-  EXPECT_EQ(0, execute(quoted(kCatastrophe), "1a\nb\n2a\n").status);
-  EXPECT_EQ((Texts{"1a\n", "2a\n"}), textsOf(session.outputs));
-}
-
-TEST_F(HostilePattern, ClearsTheStateOfAllActions) {
+TEST_F(HostilePattern, ClearsTheStateOfAllActionsWhenItsTimeIsUp) {
   for (unsigned const actionId : {kActionId, kOtherActionId}) {
     EXPECT_EQ(0, execute("filter -b 1 M", "x\n", actionId).status);
   }
-  EXPECT_EQ(-1, execute(quoted(kCatastrophe), kBadLine).status);
+  ActionResult const result =
+      execute(quoted(kTimedCatastrophe), "1a\n2a\n" + kBadLine + "1b\n");
+  EXPECT_EQ(-1, result.status);
+  EXPECT_EQ(1U, result.commandMatchCount);
+  EXPECT_EQ(Texts{"1a\n"}, textsOf(session.outputs));
   for (unsigned const actionId : {kActionId, kOtherActionId}) {
     EXPECT_EQ(0, execute("filter -b 1 M", "M\n", actionId).status);
     EXPECT_EQ(Texts{"M\n"}, textsOf(session.outputs));
   }
 }
 
-TEST_F(HostilePattern, DoesNotClearTheStateWhenItDecides) {
+TEST_F(HostilePattern, PushesTheLinesBeforeTheOneWithoutAnAnswer) {
+  EXPECT_EQ(End::kFailed,
+            filter(kTimedCatastrophe, "1a\nb\n2a\n" + kBadLine + "1b\n"));
+  EXPECT_EQ("1a\n2a\n", kept.text);
+}
+
+// The time is that of the call, not of a line.
+TEST_F(HostilePattern, HasOneBudgetForAllLines) {
+  std::string const slow = std::string(16, 'a') + "!\n";
+  EXPECT_EQ(End::kAnswered, filter("(?=(a+)+$)a", slow));
+  EXPECT_EQ(End::kFailed, filter("(?=(a+)+$)a", callOf(slow)));
+}
+
+TEST_F(HostilePattern, LeavesTheStateOfOthersWhereItDecides) {
   EXPECT_EQ(0, execute("filter -b 1 M", "x\n", kOtherActionId).status);
-  EXPECT_EQ(0, execute(quoted(kCatastrophe), "a\n").status);
+  EXPECT_EQ(0, execute(quoted(kTimedCatastrophe), "1a\nb\n2a\n").status);
+  EXPECT_EQ((Texts{"1a\n", "2a\n"}), textsOf(session.outputs));
   EXPECT_EQ(0, execute("filter -b 1 M", "M\n", kOtherActionId).status);
   EXPECT_EQ((Texts{"x\n", "M\n"}), textsOf(session.outputs));
 }
@@ -239,17 +591,18 @@ struct LongPattern {
 };
 
 std::ostream& operator<<(std::ostream& out, LongPattern const& pattern) {
-  constexpr std::size_t shown = 40;  // bytes
-  return out << pattern.text.substr(0, shown) << " of " << pattern.text.size()
-             << " bytes";
+  return out << excerpt(pattern.text);
+}
+
+std::string callOfGroup(std::size_t number) {
+  return "(?" + std::to_string(number) + ')';
 }
 
 // Groups of which each calls the next one twice.
-std::string callingGroups(std::size_t count, std::string const& zeros = "") {
+std::string callingGroups(std::size_t count) {
   std::string result;
-  for (std::size_t i = 1; i <= count; ++i) {
-    std::string const call = "(?" + zeros + std::to_string(i + 1) + ')';
-    result += "(a?" + call + call + ')';
+  for (std::size_t i = 2; i <= count + 1; ++i) {
+    result += "(a?" + repeated(callOfGroup(i), 2) + ')';
   }
   return result + "(a?)";
 }
@@ -257,33 +610,45 @@ std::string callingGroups(std::size_t count, std::string const& zeros = "") {
 class HardToCompile : public HostilePattern,
                       public testing::WithParamInterface<LongPattern> {};
 
-TEST_P(HardToCompile, IsUsedOrRefused) {
-  ActionResult const result = execute(quoted(GetParam().text), "ab\n");
-  EXPECT_EQ(1U, result.commandMatchCount);
-  EXPECT_TRUE(result.status == 0 || result.status == -1);
-  EXPECT_TRUE(result.status == 0 || session.outputs.empty());
+TEST_P(HardToCompile, IsRefusedOnlyByTheLibrary) {
+  bool const isValid = GetParam().text.size() <= 64 * 1024 &&
+                       Pcre2Oracle(GetParam().text, false).isValid();
+  EXPECT_EQ(isValid, filter(GetParam().text, "ab\n") != End::kRefused);
 }
 
-constexpr std::size_t kManyTimes = 200000;
+// Some of a text, and many: a pattern that is too large for callouts is not
+// read.
+std::vector<LongPattern> manyOrSome(std::vector<char const*> const& texts) {
+  std::vector<LongPattern> patterns;
+  for (char const* text : texts) {
+    for (std::size_t const size : {65000U, 16000U, 4000U, 1000U}) {
+      patterns.emplace_back(many(text, size));
+    }
+  }
+  return patterns;
+}
+
+INSTANTIATE_TEST_SUITE_P(Parts, HardToCompile,
+                         testing::ValuesIn(manyOrSome(
+                             {"(",          "(?:",         "[",
+                              "[[:alpha:]", "[^]",         "a|",
+                              "()",         "(a)",         "(?R)",
+                              "(?(1)",      "(?(?=a)",     "(?#",
+                              "\\Q",        "(?|",         "(?i)",
+                              "(*UTF8)",    "\\",          "{1,2}",
+                              "(?=a)",      "(?(?=a)b|c)", "(?<=a)",
+                              "\\R",        "\\X",         "(?<=a|b|cc)",
+                              "\\R*",       ".{1000}",     "[ab]{0,99}",
+                              "a{0,65535}", "a{1,2}",      "a{1,9}",
+                              "a{1,999}",   "(a|b){1,3}",  "(a{1,9}){1,9}",
+                              "\\p{Lu}",    "(?C1)",       "(*LIMIT_MATCH=1)",
+                              "\\N{U+41}",  "(?<=(?<=a)b)"})));
 
 INSTANTIATE_TEST_SUITE_P(
-    Pieces, HardToCompile,
-    testing::Values(
-        repeated("(", kManyTimes), repeated("(?:", kManyTimes),
-        repeated("[", kManyTimes), repeated("[[:", kManyTimes),
-        repeated("[[:alpha:]", kManyTimes), repeated("[^]", kManyTimes),
-        repeated("a|", kManyTimes), repeated("()", kManyTimes),
-        repeated("(a)", kManyTimes), repeated("\\1", kManyTimes),
-        repeated("(?1)", kManyTimes), repeated("(?R)", kManyTimes),
-        repeated("(?(1)", kManyTimes), repeated("(?(?=a)", kManyTimes),
-        repeated("(?#", kManyTimes), repeated("\\Q", kManyTimes),
-        repeated("(?<n>", kManyTimes), repeated("(?P>n)", kManyTimes),
-        repeated("\\k<n>", kManyTimes), repeated("(?|", kManyTimes),
-        repeated("(?i)", kManyTimes), repeated("(*UTF8)", kManyTimes),
-        repeated("(*LIMIT_MATCH=1)", kManyTimes), repeated("\\", kManyTimes),
-        repeated("{1,2}", kManyTimes), repeated("a{1,2}", kManyTimes),
-        repeated("(?=a)", 5000), repeated("(?(?=a)b|c)", 2000),
-        repeated("(?<=a)", 5000), repeated("a?", 5000) + repeated("a", 5000)));
+    References, HardToCompile,
+    testing::Values("(a)" + many("\\1"), "(a)" + many("(?1)"),
+                    "(?<n>a)" + many("(?P>n)"), "(?<n>a)" + many("\\k<n>"),
+                    repeated("a?", 5000) + repeated("a", 5000)));
 
 INSTANTIATE_TEST_SUITE_P(
     Growth, HardToCompile,
@@ -291,17 +656,65 @@ INSTANTIATE_TEST_SUITE_P(
         "((((a{1000}){1000}){1000}){1000})", "(a{0,65535}){0,65535}",
         "(((a?){0,99}){0,99}){0,99}", "((a|b){0,300}){0,100}",
         "(?:(?:(?:a{0,20}){0,20}){0,20}){0,20}", "(?i)[\\x{100}-\\x{ffff}]",
-        "(*UTF8)(?i)[\\x{100}-\\x{10ffff}]{500}", "(*UTF8)\\X{1000}"));
+        "(*UTF8)(?i)[\\x{100}-\\x{10ffff}]{500}", "(*UTF8)\\X{1000}",
+        repeated("(b|)", 3600) + 'b', "a*" + repeated("(|b)", 3600) + 'x'));
 
-INSTANTIATE_TEST_SUITE_P(Calls, HardToCompile,
-                         testing::Values(callingGroups(5), callingGroups(18),
-                                         callingGroups(40), callingGroups(400),
-                                         "(?:(?1)|(?2))*((?2)|a)((?1)|b)",
-                                         "((?1)?(?1)?(?1)?a)+",
-                                         "(?R)|(?R)(?R)|a"));
+// Caseless classes take far longer than others, for each character is looked
+// up: so long that it is not asked whether the library takes them.
+TEST_F(HostilePattern, OfManyCaselessRangesEndsInTime) {
+  std::string const ranges = '[' + many("\\x{100}-\\x{10ffff}") + ']';
+  for (char const* begin : {"(*UTF)", "(*UTF)(?i)"}) {
+    filter(begin + ranges, "ab\n");
+    EXPECT_EQ("", kept.text);
+  }
+}
+
+// Each name is compared with those before it, and each call with all groups.
+std::string names(std::size_t count) {
+  std::string result;
+  for (std::size_t i = 0; i < count; ++i) {
+    result += "(?<n" + std::to_string(i) + ">)";
+  }
+  return result;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Calls, HardToCompile,
+    testing::Values(callingGroups(5), callingGroups(18), callingGroups(40),
+                    callingGroups(400), callingGroups(2800),
+                    "(?<=" + callingGroups(9) + ')',
+                    "(?:" + callingGroups(40) + ")*",
+                    "(?:(?1)|(?2))*((?2)|a)((?1)|b)", "((?1)?(?1)?(?1)?a)+",
+                    "(?R)|(?R)(?R)|a", names(7000),
+                    names(3000) + repeated("(?&n2999)", 3000),
+                    names(3000) + repeated("\\k{n2999}", 3000),
+                    repeated("(?1)(?2)", 5000) + "()()",
+                    repeated("()", 6000) + repeated("(?6000)(?5999)", 3500)));
+
+INSTANTIATE_TEST_SUITE_P(
+    Copies, HardToCompile,
+    testing::Values("(?1)*((?2)){99}((?3)){99}((?4)){99}(a?)",
+                    "(?<=(?1))((?2)){0,99}((?3)){0,99}(a?)",
+                    "(?1)*((?2){99,})((?3){99,})(a?)",
+                    "((?2){3}{33})((?3){3}{33})((?4){3}{33})(a?)"));
+
+// Words that a filter for a list of devices may hold.
+TEST_F(HostilePattern, OfManyWordsEndsInTime) {
+  std::string words;
+  std::mt19937 random(1);
+  for (int word = 0; word < 4000; ++word) {
+    for (int letter = 0; letter < 5; ++letter) {
+      words += static_cast<char>('c' + random() % 24);
+    }
+    words += '|';
+  }
+  EXPECT_NE(End::kRefused, filter(words + "ab", callOf("aabababa")));
+  EXPECT_NE(End::kRefused, filter("(?:" + words + "ab)x", mixedLines(100)));
+  EXPECT_EQ("", kept.text);
+}
 
 // ---- Calls of groups: to follow them may double the work with each group, but
-// does not where they are few, or lead to few groups
+// does not where they lead to few groups
 
 class CallsOfGroups : public HostilePattern,
                       public testing::WithParamInterface<LongPattern> {};
@@ -315,142 +728,19 @@ INSTANTIATE_TEST_SUITE_P(
     Patterns, CallsOfGroups,
     testing::Values(
         "(\\d)" + repeated("(?1)?", 1000),
-        "(?:\\d(?R)?)" + repeated("(?R)?", 500), callingGroups(16) + "\\[",
+        "(?:\\d(?R)?)" + repeated("(?R)?", 500), callingGroups(14) + "\\[",
         "^(?<value>[0-9]+|\\[(?&value)(?:,(?&value))*\\])$",
         "(?(DEFINE)(?<ws>\\s*)(?<num>-?(?:0|[1-9]\\d*)(?:[eE][+-]?\\d+)?)"
         "(?<str>'(?:[^'\\\\]|\\\\.)*')(?<arr>\\[(?&ws)(?:(?&val)(?:,(?&ws)"
         "(?&val))*)?\\])(?<pair>(?&ws)(?&str)(?&ws):(?&val))(?<obj>\\{(?&ws)"
         "(?:(?&pair)(?:,(?&pair))*)?\\})(?<val>(?&ws)(?:(?&num)|(?&str)|(?&arr)"
-        "|"
-        "(?&obj)|true|false|null)(?&ws)))^(?&val)$"));
-
-TEST_F(HostilePattern, IsRefusedWhenItsCallsTakeForEverToFollow) {
-  for (std::size_t const groups : {25U, 40U, 400U}) {
-    EXPECT_EQ(-1, execute(quoted(callingGroups(groups)), "a\n").status);
-  }
-}
-
-// `begin`, and groups of which each calls the next one, in `open` and `close`.
-std::string copyingGroups(std::string const& begin, std::size_t count,
-                          std::string const& open, std::string const& close) {
-  std::string result = begin;
-  for (std::size_t i = 2; i <= count; ++i) {
-    result += '(' + open + "(?" + std::to_string(i) + ")" + close + ')';
-  }
-  return result + "(a?)";
-}
-
-// Copies of a call are followed one by one.
-TEST_F(HostilePattern, IsRefusedWhenItsCopiesTakeForEverToFollow) {
-  for (char const* begin : {"(?1)*", "(?<=(?1))", ""}) {
-    for (char const* copies : {"{99}", "{99,}", "{0,99}", "{3}{33}", "?{99}"}) {
-      for (std::size_t const groups : {6U, isSlowRun() ? 6U : 9U}) {
-        EXPECT_EQ(-1, execute(quoted(copyingGroups(begin, groups, "(",
-                                                   std::string(")") + copies)),
-                              "a\n")
-                          .status)
-            << begin << copies << groups;
-        EXPECT_EQ(
-            -1, execute(quoted(copyingGroups(begin, groups, "", copies)), "a\n")
-                    .status)
-            << begin << copies << groups;
-      }
-    }
-  }
-}
-
-// The name R is a name like others.
-TEST_F(HostilePattern, IsRefusedWhatsoeverNamesItsGroupsHave) {
-  for (char const* name : {"R", "Q", "R1", "P"}) {
-    std::string const last = std::string("(?<") + name + ">";
-    std::string const call = std::string("(?&") + name + ")";
-    std::string pattern = "(?1)*";
-    for (int i = 2; i <= 16; ++i) {
-      std::string const next = "(?" + std::to_string(i) + ")";
-      pattern += '(' + next + next + ')';
-    }
-    pattern += '(' + call + call + ')' + last;
-    for (int i = 18; i <= 34; ++i) {
-      std::string const next = "(?" + std::to_string(i) + ")";
-      pattern += next + next + ")(";
-    }
-    EXPECT_EQ(-1, execute(quoted(pattern + "a?)"), "a\n").status) << name;
-  }
-}
-
-// What is looked up, or folded, one by one.
-TEST_F(HostilePattern, IsRefusedWhereMuchIsLookedUp) {
-  std::string names;
-  for (int i = 0; i < 9999; ++i) names += "(?<n" + std::to_string(i) + ">)";
-  EXPECT_EQ(
-      -1, execute(quoted(names + repeated("(?&n9998)", 100000)), "a\n").status);
-  EXPECT_EQ(
-      -1, execute(quoted(repeated("(?1)(?2)", 10900) + "()()"), "a\n").status);
-  EXPECT_EQ(-1, execute("filter -i \"(*UTF8)[" +
-                            repeated("\\x{100}-\\x{10ffff}", 3000) + "]\"",
-                        "a\n")
-                    .status);
-}
-
-// Many groups make each step take longer.
-TEST_F(HostilePattern, OfManyGroupsEndsInTime) {
-  for (std::string const& pattern :
-       {repeated("()", 5000) + "(?:(?1)|){30}[xy]",
-        "(*UTF8)(?:x" + repeated("()", 7900) + ")?(?:|){40}()[yz]"}) {
-    EXPECT_TRUE(execute(quoted(pattern), "aaaa\n").status <= 0);
-    EXPECT_EQ(Texts{}, textsOf(session.outputs));
-  }
-}
+        "|(?&obj)|true|false|null)(?&ws)))^(?&val)$"));
 
 // A bounded text in quotes.
 TEST_F(HostilePattern, IsUsedWhereReferencesAreManyTimesRepeated) {
   EXPECT_EQ(
       0, execute(quoted("(['`])(?:(?!\\1).){0,2000}\\1"), "x'abc'\n").status);
   EXPECT_EQ(Texts{"x'abc'\n"}, textsOf(session.outputs));
-}
-
-// Something else that is wrong with a pattern does not make the library follow
-// its calls before it is refused.
-TEST_F(HostilePattern, IsRefusedWhereMoreIsWrongWithIt) {
-  std::string const calls = callingGroups(40);
-  std::string const missing = calls.substr(0, calls.size() - 4);
-  std::vector<std::string> patterns = {calls};
-  if (!isSlowRun()) {
-    patterns.insert(patterns.end(),
-                    {"(?:" + missing + ")*", "(?<=" + calls + ')'});
-  }
-  for (std::string const& pattern : patterns) {
-    for (char const* end : {")(",       ")[",
-                            ")(?#",     ")",
-                            "(",        "[",
-                            "(?#",      "(*:",
-                            "(*X)",     "(?99)",
-                            ")(?99)",   "(?&n)",
-                            "\\g<n>",   "(?<n>a)(?<n>b)",
-                            "(?n)",     "(?xx)",
-                            "(?C'",     "(?C256)",
-                            "(?[",      "\\",
-                            "{2,1}",    "a**",
-                            "[z-a]",    "(?<=a+)",
-                            "[[:x:]]",  "[[.x.]]",
-                            "\\p{x}",   "\\g{99}",
-                            "(?(99)a)", "(?(1)a|b|c)"}) {
-      EXPECT_EQ(-1, execute(quoted(pattern + end), "a\n").status)
-          << pattern.substr(0, 5) << ' ' << end;
-    }
-  }
-}
-
-// Calls behind what looks like a class, and in numbers with many zeros.
-TEST_F(HostilePattern, IsRefusedWhereItHidesItsCalls) {
-  for (char const* begin : {"(?#[)", "(*:[)", "(?#\\Q)"}) {
-    EXPECT_EQ(-1,
-              execute(quoted(begin + callingGroups(40) + "]?"), "a\n").status)
-        << begin;
-  }
-  EXPECT_EQ(
-      -1,
-      execute(quoted(callingGroups(40, std::string(170, '0'))), "a\n").status);
 }
 
 // Groups with calls of each other, copied and not.
@@ -505,17 +795,15 @@ class RandomCalls {
   std::size_t groups_ = 0;
 };
 
-// Each call is timed.
-TEST_F(HostilePattern, WithRandomCallsIsUsedOrRefused) {
+TEST_F(HostilePattern, WithRandomCallsIsRefusedOnlyByTheLibrary) {
   RandomCalls patterns;
-  int used = 0;
-  int const count = isSlowRun() ? 200 : 2000;
+  int const count = isSlowRun() ? 50 : 500;
   for (int i = 0; i < count; ++i) {
     std::string const pattern = patterns.next();
     SCOPED_TRACE(pattern);
-    used += execute(quoted(pattern), "ab\n").status == 0 ? 1 : 0;
+    EXPECT_EQ(Pcre2Oracle(pattern, false).isValid(),
+              filter(pattern, "ab\n") != End::kRefused);
   }
-  EXPECT_GT(used, count / 10);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@ namespace qor_test {
 namespace {
 
 constexpr int kDeepest = 3;  // groups within groups
-constexpr char kLineBytes[] = "aaabbbcABC01 _-.\t\r\xC3\xA4\xFF";
+constexpr char kLineBytes[] = "aaabbbcABC01 _-.\t\v\r\xC3\xA4\xFF";
 
 constexpr char const* kStarts[] = {"(*UTF8)",
                                    "(*NO_START_OPT)",
@@ -40,6 +40,22 @@ constexpr char const* kQuantifiers[] = {
     "*",  "+",   "?",   "*?",    "+?",    "??",   "*+",     "++",
     "?+", "{2}", "{0}", "{1,2}", "{0,2}", "{2,}", "{1,3}?", "{0,3}+"};
 
+constexpr char const* kCommonAtoms[] = {
+    "a",          "b",      "c",      "ab",       "A",        "0",
+    "1",          "-",      " ",      ".",        "\\d",      "\\w",
+    "\\s",        "\\S",    "\\W",    "\\.",      "\\t",      "\\x61",
+    "[ab]",       "[^a]",   "[]a]",   "[a-c0]",   "[\\w.-]",  "[\\d-z]",
+    "[\\s]",      "[^\\s]", "[^\\w]", "[\\S\\d]", "\xC3\xA4", "\xE4",
+    "[\xC4\xE4]", "^",      "$",      "\\b",      "\\B",      "[[:alpha:]]"};
+
+constexpr char const* kCommonOpenings[] = {
+    "(",   "(",   "(",   "(",   "(",   "(",   "(?:",  "(?:",
+    "(?:", "(?:", "(?:", "(?:", "(?=", "(?!", "(?<=", "(?<!"};
+
+constexpr char const* kCommonQuantifiers[] = {
+    "*",   "+",   "?",     "*?",    "+?",   "??",
+    "{2}", "{0}", "{1,2}", "{0,2}", "{2,}", "{1,3}?"};
+
 }  // namespace
 
 std::string RandomPattern::pattern() {
@@ -47,6 +63,10 @@ std::string RandomPattern::pattern() {
   if (below(5) == 0) result = kStarts[below(std::size(kStarts))];
   result += alternatives(0);
   return below(20) == 0 ? spoiled(result) : result;
+}
+
+std::string RandomPattern::commonPattern() {
+  return (below(12) == 0 ? "(?i)" : "") + commonAlternatives(0);
 }
 
 std::string RandomPattern::line() {
@@ -83,6 +103,27 @@ std::string RandomPattern::item(int depth) {
 
 std::string RandomPattern::group(int depth) {
   return kOpenings[below(std::size(kOpenings))] + alternatives(depth) + ')';
+}
+
+std::string RandomPattern::commonAlternatives(int depth) {
+  std::string result = commonSequence(depth);
+  while (below(4) == 0) result += '|' + commonSequence(depth);
+  return result;
+}
+
+std::string RandomPattern::commonSequence(int depth) {
+  std::string result;
+  for (std::size_t items = below(4); items != 0; --items) {
+    if (depth < kDeepest && below(3) == 0) {
+      result += kCommonOpenings[below(std::size(kCommonOpenings))] +
+                commonAlternatives(depth + 1) + ')';
+    } else {
+      result += kCommonAtoms[below(std::size(kCommonAtoms))];
+    }
+    if (below(3) != 0) continue;
+    result += kCommonQuantifiers[below(std::size(kCommonQuantifiers))];
+  }
+  return result;
 }
 
 // The pattern with one byte put in, or taken out.

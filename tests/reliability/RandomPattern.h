@@ -17,6 +17,10 @@ class RandomPattern {
   // A pattern without NUL bytes and line feeds.
   std::string pattern();
 
+  // One of what is common: characters, escapes, classes, groups, alternatives,
+  // greedy and lazy quantifiers, anchors, lookarounds. Few are malformed.
+  std::string commonPattern();
+
   // A line of up to 24 bytes, likewise.
   std::string line();
 
@@ -28,6 +32,8 @@ class RandomPattern {
   std::string sequence(int depth);
   std::string item(int depth);
   std::string group(int depth);
+  std::string commonAlternatives(int depth);
+  std::string commonSequence(int depth);
   std::string spoiled(std::string pattern);
 
   std::mt19937& random_;

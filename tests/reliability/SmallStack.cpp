@@ -1,8 +1,12 @@
 #include "SmallStack.h"
 
 #include <pthread.h>
+#include <signal.h>
+#include <sys/auxv.h>
 #include <sys/mman.h>
+#include <ucontext.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <stdexcept>
@@ -55,6 +59,26 @@ extern "C" void* runWork(void* argument) {
   return nullptr;
 }
 
+// What runs on a coroutine or in a signal handler: neither takes an argument.
+Work* current = nullptr;
+
+extern "C" void runCurrentWork() { runWork(current); }
+
+extern "C" void handleSignal(int) { runWork(current); }
+
+// What a signal puts on the stack, the processor's registers among it. The
+// processors that have many say so in the auxiliary vector.
+std::size_t signalFrameSize() {
+#if defined(AT_MINSIGSTKSZ)
+  std::size_t const size = getauxval(AT_MINSIGSTKSZ);
+#else
+  std::size_t const size = 0;
+#endif
+  constexpr std::size_t page = 4096;  // bytes
+  std::size_t const least = static_cast<std::size_t>(MINSIGSTKSZ);
+  return (std::max(size, least) + page - 1) / page * page;
+}
+
 }  // namespace
 
 bool isSlowRun() {
@@ -72,6 +96,44 @@ void runOnStackOf(std::size_t size, std::function<void()> const& function) {
       pthread_create(&thread, &attributes, runWork, &work) == 0;
   pthread_attr_destroy(&attributes);
   require(started && pthread_join(thread, nullptr) == 0, "no thread");
+  if (work.thrown) std::rethrow_exception(work.thrown);
+}
+
+void runOnCoroutineOf(std::size_t size, std::function<void()> const& function) {
+  Stack const stack(size * kStackScale);
+  Work work{function, nullptr};
+  ucontext_t caller;
+  ucontext_t coroutine;
+  require(getcontext(&coroutine) == 0, "no context");
+  coroutine.uc_stack.ss_sp = stack.begin();
+  coroutine.uc_stack.ss_size = stack.size();
+  coroutine.uc_link = &caller;
+  makecontext(&coroutine, runCurrentWork, 0);
+  current = &work;
+  require(swapcontext(&caller, &coroutine) == 0, "no coroutine");
+  if (work.thrown) std::rethrow_exception(work.thrown);
+}
+
+void runInSignalHandlerOn(std::size_t size,
+                          std::function<void()> const& function) {
+  Stack const stack(size * kStackScale + signalFrameSize());
+  Work work{function, nullptr};
+  stack_t alternate{};
+  alternate.ss_sp = stack.begin();
+  alternate.ss_size = stack.size();
+  stack_t previousStack{};
+  struct sigaction action {};
+  action.sa_handler = handleSignal;
+  action.sa_flags = SA_ONSTACK;
+  struct sigaction previousAction {};
+  require(sigaltstack(&alternate, &previousStack) == 0 &&
+              sigaction(SIGUSR1, &action, &previousAction) == 0,
+          "no alternate signal stack");
+  current = &work;
+  raise(SIGUSR1);
+  require(sigaction(SIGUSR1, &previousAction, nullptr) == 0 &&
+              sigaltstack(&previousStack, nullptr) == 0,
+          "an alternate signal stack that cannot be left");
   if (work.thrown) std::rethrow_exception(work.thrown);
 }
 

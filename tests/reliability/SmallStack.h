@@ -30,6 +30,13 @@ bool isSlowRun();
 // times as large.
 void runOnStackOf(std::size_t size, std::function<void()> const& work);
 
+// The same on this thread, on a coroutine's stack.
+void runOnCoroutineOf(std::size_t size, std::function<void()> const& work);
+
+// The same in a signal handler, on an alternate signal stack. What the kernel
+// puts on that for the handler comes on top of `size`.
+void runInSignalHandlerOn(std::size_t size, std::function<void()> const& work);
+
 }  // namespace qor_test
 
 #endif

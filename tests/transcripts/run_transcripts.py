@@ -51,6 +51,7 @@ KEYS = {
     "Tab": "\t", "Enter": "\r", "Space": " ", "lt": "<", "Backspace": "\x7f",
     "Left": "\033[D", "Right": "\033[C", "Up": "\033[A", "Down": "\033[B",
     "Paste": "\033[200~", "EndPaste": "\033[201~", "LineFeed": "\n",
+    "Esc": "\033",
 }
 
 
@@ -174,7 +175,7 @@ class World:
             str(arguments.plugins): "$PLUGINS",
             str(arguments.plugin): "$FILTER",
         }
-        work = self.folder / "work"
+        work = self.folder / "files"
         work.mkdir()
         make_files(work)
         self.work = work

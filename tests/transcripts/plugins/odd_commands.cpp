@@ -185,6 +185,11 @@ QorReturnT useModule(QorCliApiContext_5* context, unsigned action,
       offer(context, actionId, name.c_str(), "Odd", 6, name.c_str());
     }
     offerOddities(context, actionId, line);
+    // As a command tree does behind a last keyword: help says nothing of it.
+    if (action == QOR_CLI_ACTION_COMPLETE &&
+        line.rfind("show-pieces", 0) == 0) {
+      offer(context, actionId, "<cr>", "", 7, "<cr>");
+    }
     return 0;
   }
   auto const found = commands.find(line);

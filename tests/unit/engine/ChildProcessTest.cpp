@@ -9,7 +9,8 @@ namespace QorCliEngine {
 namespace {
 
 std::string endOf(std::string const& program) {
-  return ChildProcess({"sh", "-c", program}, STDIN_FILENO, STDOUT_FILENO)
+  return ChildProcess({"sh", "-c", program}, STDIN_FILENO, STDOUT_FILENO,
+                      SIGKILL)
       .wait(false);
 }
 

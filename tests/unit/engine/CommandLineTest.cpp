@@ -7,6 +7,15 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+TEST(CommandLineTest, isSilent) {
+  for (char const* line : {"", " \t ", "#", "# a | b", " ! \"", "!a"}) {
+    EXPECT_TRUE(CommandLine::isSilent(line)) << line;
+  }
+  for (char const* line : {"a", " a # b", "|", "\"#\""}) {
+    EXPECT_FALSE(CommandLine::isSilent(line)) << line;
+  }
+}
+
 TEST(CommandLineTest, stages) {
   struct {
     std::string line;
@@ -30,6 +39,31 @@ TEST(CommandLineTest, stages) {
   for (auto const& row : rows) {
     EXPECT_EQ(CommandLine::stages(row.line), row.stages) << row.line;
   }
+}
+
+TEST(CommandLineTest, openQuote) {
+  constexpr auto kNone = std::string::npos;
+  struct {
+    std::string line;
+    std::size_t quote;
+  } const rows[] = {
+      {"", kNone},           {"a | b", kNone},     {R"("")", kNone},
+      {R"(a "x|y")", kNone}, {R"(")", 0},          {R"(a "x|y | b)", 2},
+      {R"("x" a "y)", 6},    {R"("x\" | "b")", 9}, {R"("x\"y)", kNone},
+      {R"("a\" "b|c")", 9},
+  };
+  for (auto const& row : rows) {
+    EXPECT_EQ(CommandLine::openQuote(row.line), row.quote) << row.line;
+  }
+}
+
+TEST(CommandLineTest, stageEnd) {
+  std::string const line = R"( a b |"x|y"  || c )";
+  std::size_t const ends[] = {4, 11, 14, 17};
+  for (std::size_t i = 0; i < std::size(ends); ++i) {
+    EXPECT_EQ(CommandLine::stageEnd(line, i + 1), ends[i]) << i;
+  }
+  EXPECT_EQ(CommandLine::stageEnd("", 1), 0U);
 }
 
 TEST(CommandLineTest, firstWord) {
@@ -62,6 +96,26 @@ TEST(CommandLineTest, typedEnd) {
     EXPECT_EQ(end.stageBegin, row.stageBegin) << row.line;
     EXPECT_EQ(end.wordBegin, row.wordBegin) << row.line;
     EXPECT_EQ(end.insideQuotes, row.insideQuotes) << row.line;
+  }
+}
+
+TEST(CommandLineTest, wordEnds) {
+  struct {
+    std::string line;
+    std::vector<std::size_t> ends;
+  } const rows[] = {
+      {"", {}},
+      {"  ", {}},
+      {"a", {1}},
+      {" ab  c ", {3, 6}},
+      {"a | b c", {5, 7}},
+      {"a|", {}},
+      {"a|bc", {4}},
+      {R"(a "b | c" d)", {1, 9, 11}},
+      {R"(a "b c)", {1, 6}},
+  };
+  for (auto const& row : rows) {
+    EXPECT_EQ(CommandLine::wordEnds(row.line), row.ends) << row.line;
   }
 }
 

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Framework.h"
@@ -79,6 +80,38 @@ TEST_F(Interfaces, GoWithTheirComponent) {
 TEST_F(Interfaces, NeedAPlaceToBeStoredIn) {
   EXPECT_EQ(framework.getInterface(nullptr, "Service", nullptr, nullptr),
             QOR_RETURN_INVALID_ARGUMENT);
+}
+
+TEST_F(Interfaces, OfFurtherInstancesAreFoundByNobody) {
+  Provider further;
+  {
+    Framework::Registration const registration(framework,
+                                               Framework::Registry::kCopies);
+    EXPECT_EQ(framework.registerComponent(&provider.component),
+              QOR_RETURN_INVALID_ARGUMENT);
+    EXPECT_EQ(framework.refusal(), "its record is registered already");
+    EXPECT_EQ(framework.registerComponent(&further.component), 0);
+    EXPECT_THAT(registration.components(),
+                testing::ElementsAre(&further.component));
+  }
+  EXPECT_THAT(framework.components(),
+              testing::ElementsAre(&provider.component));
+  EXPECT_EQ(framework.unregisterComponent(&provider.component), 0);
+  EXPECT_EQ(found("Provider", "Service", "2"), "2");
+  EXPECT_EQ(framework.unregisterComponent(&further.component), 0);
+  EXPECT_EQ(framework.unregisterComponent(&further.component),
+            QOR_RETURN_NOT_FOUND);
+}
+
+TEST_F(Interfaces, AreThoseOfOneComponentOfAName) {
+  Provider other;
+  Framework::Registration const registration(framework,
+                                             Framework::Registry::kComponents);
+  EXPECT_EQ(framework.refusal(), "");
+  EXPECT_EQ(framework.registerComponent(&other.component),
+            QOR_RETURN_INVALID_ARGUMENT);
+  EXPECT_EQ(framework.refusal(), "there is a component \"Provider\" already");
+  EXPECT_TRUE(registration.components().empty());
 }
 
 TEST(Portal, IsThatOfTheOneFramework) {

@@ -52,6 +52,13 @@ ACKeyword::ACKeyword(std::string const& keyword, std::string const& help,
   alternatives_.assign(parts.begin(), parts.end());
 }
 
+ACKeyword::ACKeyword(KeywordSettings const& settings)
+    : ACKeyword(settings.keyword, settings.help, settings.modes,
+                settings.potentialTerminalNode, settings.hidden,
+                settings.completionToken, settings.splitAlternatives,
+                settings.offerWhenEmpty, settings.variantCompletion,
+                settings.requiresCursor, settings.forbidsCursor) {}
+
 std::string ACKeyword::keyword() const {
   return OperationTrace().exitWith(keyword_);
 }

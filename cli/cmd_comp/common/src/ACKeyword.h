@@ -9,6 +9,29 @@
 
 namespace QorCliUtilities {
 
+// The settings of a keyword. Unless told otherwise, it is visible and valid in
+// every mode, with and without a cursor, and no line may end with it.
+//
+//   KeywordSettings ignore{"-i|--ignore", "Ignore the case of letters"};
+//   ignore.splitAlternatives = true;
+//   ignore.completionToken = QOR_CLI_TOKEN_OPTION;
+//
+// Each means what the parameter of that name means in the constructors of
+// ACKeyword and AutoCompleteNode.
+struct KeywordSettings {
+  std::string keyword;
+  std::string help;
+  std::set<unsigned> modes = {QOR_CLI_MODE_ANY};
+  bool potentialTerminalNode = false;
+  bool hidden = false;
+  QorCliCompletionToken_1T completionToken = QOR_CLI_TOKEN_WORD;
+  bool splitAlternatives = false;
+  bool offerWhenEmpty = true;
+  bool variantCompletion = false;
+  bool requiresCursor = false;
+  bool forbidsCursor = false;
+};
+
 // A node for a fixed word of a command.
 //
 // Matches the whole word in any letter case; abbreviations count only in
@@ -33,6 +56,9 @@ class ACKeyword : public AutoCompleteNode {
             QorCliCompletionToken_1T completionToken, bool splitAlternatives,
             bool offerWhenEmpty, bool variantCompletion, bool requiresCursor,
             bool forbidsCursor);
+
+  // The same, with named settings, which are copied.
+  explicit ACKeyword(KeywordSettings const& settings);
 
   // The word as it is kept: in lower case, a list of spellings as a whole.
   std::string keyword() const override;

@@ -3,6 +3,15 @@
 #include <utility>
 
 namespace QorCliUtilities {
+namespace {
+
+KeywordSettings asPipeCommand(KeywordSettings settings) {
+  settings.completionToken = QOR_CLI_TOKEN_PIPE_COMMAND;
+  settings.offerWhenEmpty = true;
+  return settings;
+}
+
+}  // namespace
 
 ACPipeKeyword::ACPipeKeyword(std::string const& keyword,
                              std::string const& help, std::set<unsigned> modes,
@@ -20,6 +29,9 @@ ACPipeKeyword::ACPipeKeyword(std::string const& keyword,
     : ACKeyword(keyword, help, std::move(modes), potentialTerminalNode, hidden,
                 QOR_CLI_TOKEN_PIPE_COMMAND, splitAlternatives, true,
                 variantCompletion, requiresCursor, forbidsCursor) {}
+
+ACPipeKeyword::ACPipeKeyword(KeywordSettings const& settings)
+    : ACKeyword(asPipeCommand(settings)) {}
 
 ACPipeKeyword::~ACPipeKeyword() = default;
 

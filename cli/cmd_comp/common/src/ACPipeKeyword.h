@@ -9,8 +9,8 @@
 namespace QorCliUtilities {
 
 // The keyword of a pipe command: an ACKeyword that is always offered as the
-// first word and always of the kind QOR_CLI_TOKEN_PIPE_COMMAND, whatever the
-// constructor's `completionToken` and `offerWhenEmpty` say.
+// first word and always of the kind QOR_CLI_TOKEN_PIPE_COMMAND; the
+// constructors ignore `completionToken` and `offerWhenEmpty`.
 class ACPipeKeyword : public ACKeyword {
  public:
   // A plain keyword with a help text, valid in `modes`; `potentialTerminalNode`
@@ -25,6 +25,7 @@ class ACPipeKeyword : public ACKeyword {
                 bool splitAlternatives, bool offerWhenEmpty,
                 bool variantCompletion, bool requiresCursor,
                 bool forbidsCursor);
+  explicit ACPipeKeyword(KeywordSettings const& settings);
   ~ACPipeKeyword() override;
 };
 

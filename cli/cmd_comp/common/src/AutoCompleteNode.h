@@ -30,9 +30,9 @@ enum Validation_Type : std::int32_t {
 // are typed. A node that carries a command ends a path: it is never matched
 // against a word, and the node above it must be a potential terminal node.
 //
-// Nodes are made with new, handed to AutoCompleteTree::addPathToTree and owned
-// by the tree from then on. They cannot be copied, assigned or compared: each
-// throws Error "Hit private code".
+// Nodes are made on the heap, handed to AutoCompleteTree::addPathToTree and
+// owned by the tree from then on. They cannot be copied, assigned or compared:
+// each throws Error "Hit private code".
 //
 // Positions are indexes into the token list. One call at a time on the nodes of
 // one tree, for multi-token nodes may keep state while a line is matched.
@@ -59,8 +59,8 @@ class AutoCompleteNode {
   // complete, or the number of tokens when that word has not been begun;
   // `lastToken` is the partly typed word as the engine sees it, empty for help;
   // `endsWithSpace` says that the line ends in a blank, `helpRequest` that help
-  // is wanted and not completion. Throws Error when the call makes no sense for
-  // the node. Returns 0, or a node's own status.
+  // is wanted and not completion. Throws Error when the node cannot be asked at
+  // `position`. Returns 0, or a node's own status.
   virtual int autoComplete(CliApiContext& ctx,
                            std::vector<std::string> const& tokens,
                            std::string const& lastToken, unsigned& position,
@@ -69,9 +69,9 @@ class AutoCompleteNode {
                            IOutput& output);
 
   // Whether the node matches at `position`, which is moved past the tokens that
-  // were looked at, also when they do not match. `executing` tells execution
-  // from completion. Throws Error when there is no token at `position` or the
-  // node is not valid in the session's mode.
+  // were looked at, also when they do not match. `executing`: the line is being
+  // run, and not completed or helped. Throws Error when there is no token at
+  // `position` or the node is not valid in the session's mode.
   virtual bool isMatch(CliApiContext& ctx,
                        std::vector<std::string> const& tokens,
                        unsigned& position, IOutput& output, bool executing);
@@ -126,9 +126,9 @@ class AutoCompleteNode {
   bool isAuthorized(CliApiContext& context) const;
 
   // Runs the command over `tokens`, the whole line, and returns its result.
-  // Returns -1 when the node carries
-  // no command, and, with "Not allowed" added to `output`, when the session may
-  // not run it. Throws what the command throws.
+  // Returns -1 when the node carries no command, and, with "Not allowed" added
+  // to `output`, when the session may not run it. Throws what the command
+  // throws.
   int execute(CliApiContext& context, std::vector<std::string> const& tokens,
               IOutput& output);
 

@@ -1,6 +1,7 @@
 #ifndef QOR_CLI_AUTO_COMPLETE_TREE_H
 #define QOR_CLI_AUTO_COMPLETE_TREE_H
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,9 @@ namespace QorCliUtilities {
 // first to the last, then a node that carries the command. Paths that begin
 // alike share nodes. The tree owns its nodes; commands are referred to only.
 //
-//   tree.addPathToTree({new ACKeyword("show", ...), new ACKeyword("log", ...),
-//                       new AutoCompleteNode(&showLog)});
+//   tree.addPathToTree(std::make_unique<ACKeyword>(show),
+//                      std::make_unique<ACKeyword>(log),
+//                      std::make_unique<AutoCompleteNode>(&showLog));
 //
 // The tree is built before it is used and only read afterwards, but nodes may
 // keep state while a line is matched: no two calls on one tree may overlap.
@@ -46,10 +48,20 @@ class AutoCompleteTree {
   // path on a tree without a root, which has one afterwards.
   unsigned addPathToTree(std::vector<AutoCompleteNode*> const& path);
 
+  // The same for a path of nodes that their pointers own.
+  template <class First, class... Rest>
+  unsigned addPathToTree(std::unique_ptr<First> first,
+                         std::unique_ptr<Rest>... rest) {
+    std::vector<AutoCompleteNode*> const path{first.get(), rest.get()...};
+    // The tree owns the nodes from here on, whatever comes of the call.
+    static_cast<void>(first.release());
+    (static_cast<void>(rest.release()), ...);
+    return addPathToTree(path);
+  }
+
   // Links path[index], ..., path[last] as a chain below `parent`, which is not
-  // null, and returns 0.
-  // These nodes belong to the tree from the call on. Throws Error as above when
-  // `index` is not below the path's length.
+  // null, and returns 0. These nodes belong to the tree from the call on.
+  // Throws Error as above when `index` is not below the path's length.
   unsigned addSubPathToTree(std::vector<AutoCompleteNode*> const& path,
                             unsigned index, AutoCompleteNode* parent);
 
@@ -114,9 +126,9 @@ class AutoCompleteTree {
   // ---- Completion and help (AutoCompleteTreeCompletion.cpp)
   //
   // Candidates are appended to `results` in tree order; the list is neither
-  // cleared nor sorted. The returned numbers are those of node operations and
-  // say nothing, but for -1 from a line that cannot be tokenized. Nothing is
-  // run. Exceptions of nodes are passed on.
+  // cleared nor sorted. Of the returned numbers, only -1 for a line that cannot
+  // be tokenized has a meaning. Nothing is run. Exceptions of nodes are passed
+  // on.
 
   // Offers what completes the last word of `line`. `lastToken` is that word as
   // the engine sees it, handed to the nodes.
@@ -160,8 +172,8 @@ class AutoCompleteTree {
                              IOutput& output, bool endsWithSpace,
                              bool helpRequest);
 
-  // Removes the first candidate whose text equals `name`; with `ignoreCase`, in
-  // any letter case. None may.
+  // Removes the first candidate whose text equals `name`, with `ignoreCase` in
+  // any letter case; does nothing when there is none.
   void removeOutput(std::vector<AutoCompleteResult>& results,
                     std::string const& name, bool ignoreCase) const;
 

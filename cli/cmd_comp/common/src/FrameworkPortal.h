@@ -5,11 +5,11 @@
 
 namespace QorCliUtilities {
 
-// The framework's portal, as a plug-in keeps it from its initialisation on, to
-// make its components known and to take them back.
+// The framework's portal, through which a plug-in registers its components and
+// unregisters them. Fetched once, when the plug-in is initialised.
 //
-// The portal is the framework's. To be used from the thread that initialises
-// and terminates the plug-in.
+// The portal belongs to the framework. To be used from the thread that
+// initialises and terminates the plug-in.
 class FrameworkPortal {
  public:
   // Fetches the portal. Returns 0, or -1, with an error in the system log, when
@@ -21,7 +21,7 @@ class FrameworkPortal {
   // the framework returned.
   QorReturnT registerComponent(QorMgmtSpiComponent_1* component) const;
 
-  // Takes `component` back, whether it was registered or not. Does nothing
+  // Unregisters `component`, whether it was registered or not. Does nothing
   // without a portal.
   void unregisterComponent(QorMgmtSpiComponent_1* component) const;
 

@@ -18,8 +18,12 @@ namespace QorCliUtilities {
 //   at its own data, at each turn of each loop;
 // - PipeAction, PipeComponentRecord and FrameworkPortal: steps of operations
 //   of the component, which trace;
+// - Grammar, Arguments and Parameter: steps of the option node and of commands,
+//   which trace;
+// - TextProcessor, LineCutter and Printer: they work on each line;
 // - Error: it is made and read when something went wrong;
-// - CliErrors, LowerCase and OrEmpty: functions that only compose a text;
+// - CliErrors, LowerCase, OrEmpty and PipeText: functions that only compose a
+//   text;
 // - the matching core of the filter: it works on each line or each byte, and
 //   knows neither the CLI nor the framework.
 //
@@ -53,7 +57,7 @@ void logError(char const* text, char const* file, char const* function,
 //   }
 //
 // The arguments `file`, `function` and `line` take the place of the caller and
-// are not to be given. Building one costs a question to the facade; no text is
+// are not to be given. Building one asks the facade for its level; no text is
 // built unless it is written. An object belongs to one call on one thread.
 class OperationTrace {
  public:

@@ -23,8 +23,8 @@ namespace QorCliUtilities {
 //   QorReturnT inputComplete(CliApiContext& context, unsigned actionId);
 //
 // with a context that is made for the call. QorMgmtSpi.h and
-// QorCliPipeCommand.h say what the framework expects of them. A record of the
-// framework that is null makes a context that is false.
+// QorCliPipeCommand.h say what the framework expects of them. Over a null
+// record of the framework, the context converts to false.
 template <class Component>
 class PipeComponentRecord {
  public:

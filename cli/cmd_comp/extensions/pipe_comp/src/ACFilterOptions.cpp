@@ -2,65 +2,68 @@
 
 #include <utility>
 
-#include "Error.h"
 #include "FilterArguments.h"
 #include "OperationTrace.h"
 
 namespace QorCliPipe {
 
-using QorCliUtilities::Error;
 using QorCliUtilities::OperationTrace;
 
 ACFilterOptions::ACFilterOptions(std::set<unsigned> modes,
                                  QorCliUtilities::Validation_Type validation,
                                  bool potentialTerminalNode)
-    : AutoCompleteNode(std::move(modes), validation, potentialTerminalNode,
-                       false) {
-  char const* const ignore =
-      "Ignore case distinctions in both the pattern and the input";
-  char const* const invert =
-      "Invert the sense of matching, to select non-matching lines";
-  char const* const after =
-      "Print number of lines of trailing context after matching lines";
-  char const* const before =
-      "Print number of lines of leading context before matching lines";
-  options_ = {
-      {"-i", {ignore, "--ignore", "-i", false, false}},
-      {"-v", {invert, "--invert", "-v", false, false}},
-      {"-a", {after, "--after", "-A", true, false}},
-      {"-b", {before, "--before", "-B", true, false}},
-      {"--ignore", {ignore, "-i", "--ignore", false, true}},
-      {"--invert", {invert, "-v", "--invert", false, true}},
-      {"--after", {after, "-a", "--after", true, true}},
-      {"--before", {before, "-b", "--before", true, true}},
-  };
-}
+    : ACOptions(filterGrammar(), std::move(modes), validation,
+                potentialTerminalNode),
+      options_(grammar().forms()) {}
 
-bool ACFilterOptions::isMatch(QorCliUtilities::CliApiContext& context,
-                              std::vector<std::string> const& tokens,
-                              unsigned& pos, QorCliUtilities::IOutput&, bool) {
-  OperationTrace const trace;
-  if (pos >= tokens.size()) {
-    throw Error("isMatch action past end of token list", 0);
-  }
-  if (!isValidForMode(context.getMode())) {
-    throw Error("isMatch action Not valid for mode", 0);
-  }
-  ++pos;
-  return trace.exitWith(true);
-}
-
-bool ACFilterOptions::isMultiTokenNode() const {
-  return OperationTrace().exitWith(true);
-}
-
-std::string ACFilterOptions::toShortString() const {
-  return OperationTrace().exitWith(std::string("MultiParms"));
+bool ACFilterOptions::isLastMultiTokenElement(
+    QorCliUtilities::CliApiContext&) const {
+  return OperationTrace().exitWith(false);
 }
 
 bool ACFilterOptions::isNumber(std::string const& text) {
   OperationTrace const trace;
-  return trace.exitWith(isDecimalNumber(text));
+  return trace.exitWith(QorCliUtilities::isDecimalNumber(text));
+}
+
+// Any word that is a form of an option uses the option up, the pattern too. A
+// number is judged by the word before it.
+ACFilterOptions::Reading ACFilterOptions::read(
+    std::vector<std::string> const& tokens, bool, bool helpRequest) const {
+  using Place = Reading::Place;
+  Reading reading;
+  reading.argument = reading.next = &grammar().arguments().front();
+  reading.remaining = options_;
+  if (tokens.size() < 2) return reading;
+  for (std::size_t i = 1; i < tokens.size(); ++i) {
+    removeOption(reading.remaining, tokens[i]);
+  }
+  std::string const& beforeLast = tokens[tokens.size() - 2];
+  bool const numberTyped = QorCliUtilities::isDecimalNumber(tokens.back());
+  reading.word = numberTyped ? beforeLast : tokens.back();
+  reading.form = grammar().formNamed(reading.word);
+  reading.option = grammar().optionNamed(reading.word);
+  if (reading.form != nullptr) {
+    reading.place = numberTyped && reading.form->takesValue ? Place::kValue
+                                                            : Place::kOption;
+    return reading;
+  }
+  reading.form = grammar().formNamed(beforeLast);
+  reading.option = grammar().optionNamed(beforeLast);
+  if (reading.form != nullptr && reading.form->takesValue) {
+    reading.place = Place::kMissingValue;
+    return reading;
+  }
+  if (reading.word.rfind('-', 0) == 0 ||
+      !formsBeginningWith(reading.remaining, reading.word).empty()) {
+    reading.place = Place::kBegunOption;
+    return reading;
+  }
+  reading.place = Place::kArgument;
+  reading.remaining.clear();
+  if (!helpRequest) reading.next = nullptr;
+  reading.mayEnd = !helpRequest;
+  return reading;
 }
 
 }  // namespace QorCliPipe

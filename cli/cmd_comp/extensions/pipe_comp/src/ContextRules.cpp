@@ -1,7 +1,9 @@
 #include "ContextRules.h"
 
-#include "LineBegin.h"
+#include <algorithm>
+
 #include "SpareLines.h"
+#include "TextSearch.h"
 
 namespace QorCliPipe {
 namespace {
@@ -19,7 +21,7 @@ std::string_view takeLine(std::string_view& lines) {
 std::string_view lastLines(std::string_view lines, std::size_t count) {
   std::size_t begin = lines.size();
   while (begin != 0 && count-- != 0) {
-    begin = beginOfLine(lines, begin - 1);
+    begin = QorCliMatching::beginOfLine(lines, begin - 1);
   }
   return lines.substr(begin);
 }
@@ -30,11 +32,11 @@ ContextRules::ContextRules(int after, int before, PipeCmd::FilterStruct& state,
                            std::vector<std::string>& sink)
     : after_(after), before_(before), state_(state), sink_(sink) {}
 
-void ContextRules::wanted(std::string_view lines) {
-  while (!lines.empty()) wantedLine(takeLine(lines));
+void ContextRules::selected(std::string_view lines) {
+  while (!lines.empty()) selectedLine(takeLine(lines));
 }
 
-void ContextRules::wantedLine(std::string_view line) {
+void ContextRules::selectedLine(std::string_view line) {
   if (after_ != 0) {
     state_.trailingLinesLeft = after_;
     if (state_.separatorPending && before_ == 0) {
@@ -52,9 +54,9 @@ void ContextRules::wantedLine(std::string_view line) {
   appendLine(line, sink_);
 }
 
-void ContextRules::unwanted(std::string_view lines) {
+void ContextRules::unselected(std::string_view lines) {
   while (!lines.empty() && state_.runCounter != 0) {
-    unwantedLineInRun(takeLine(lines));
+    unselectedLineInRun(takeLine(lines));
   }
   if (!lines.empty() && before_ != 0) keepForLater(lines);
 }
@@ -62,7 +64,7 @@ void ContextRules::unwanted(std::string_view lines) {
 // The line that ends a run is dropped, not kept as leading context: with both
 // kinds of context the run has ended one line earlier, with the last line of
 // trailing context.
-void ContextRules::unwantedLineInRun(std::string_view line) {
+void ContextRules::unselectedLineInRun(std::string_view line) {
   if (state_.trailingLinesLeft == 0) {
     state_.separatorPending = true;
     state_.runCounter = 0;
@@ -74,9 +76,12 @@ void ContextRules::unwantedLineInRun(std::string_view line) {
 }
 
 // Of many lines only the last ones can become context; the others are skipped.
+// More lines than the limit are held when the call before had a larger one:
+// each of them is dropped for a line that comes.
 void ContextRules::keepForLater(std::string_view lines) {
   auto const limit = static_cast<std::size_t>(before_);
-  std::string_view last = lastLines(lines, limit);
+  std::string_view last =
+      lastLines(lines, std::max(limit, state_.precedingLines.size()));
   bool const skipped = last.size() != lines.size();
   while (!last.empty()) {
     state_.linesSkipped =

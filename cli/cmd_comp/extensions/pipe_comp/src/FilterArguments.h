@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "Grammar.h"
+
 namespace QorCliPipe {
 
 // What the words of a filter command ask for. A plain value. Nothing here is
@@ -13,17 +15,16 @@ struct FilterArguments {
   bool invert = false;
   int after = 0;   // lines of trailing context, from 0 (none) to 2147483647
   int before = 0;  // lines of leading context, likewise
-  bool patternGiven = false;
   std::string pattern;  // without quotes; may be empty although it was given
 };
 
-// Whether `text` is a number: decimal digits only. An empty text is one.
-bool isDecimalNumber(std::string const& text);
+// The options and the pattern. Valid until the library is unloaded.
+QorCliUtilities::Grammar const& filterGrammar();
 
 // Reads the words behind tokens[0] into `arguments`, which must be as
 // constructed. Options may be written in any letter case. Returns an empty
 // string, or the text of the error (with a line feed) when the words make no
-// sense; `arguments` is then incomplete.
+// sense; `arguments` is then as it was.
 std::string parseFilterArguments(std::vector<std::string> const& tokens,
                                  FilterArguments& arguments);
 

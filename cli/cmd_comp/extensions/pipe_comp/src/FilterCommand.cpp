@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 
 #include "ACFilterOptions.h"
 #include "ACPipeKeyword.h"
@@ -9,29 +10,41 @@
 #include "FilterMap.h"
 #include "OperationTrace.h"
 #include "PipeCmdTree.h"
+#include "PipeText.h"
 
 namespace QorCliPipe {
 namespace {
 
+using QorCliMatching::LineFilter;
+using QorCliMatching::PatternError;
 using QorCliUtilities::AutoCompleteNode;
 using QorCliUtilities::OperationTrace;
 
-constexpr std::size_t kErrorBufferSize = 2000;  // bytes, the final NUL included
 constexpr int kFailure = -1;
 
-// Empties `strings` and returns their texts as one.
-std::string takeText(std::vector<std::string>& strings) {
-  std::string text;
-  if (!strings.empty()) text = std::move(strings.front());
-  for (std::size_t i = 1; i < strings.size(); ++i) text += strings[i];
-  strings.clear();
-  return text;
+// `text` in printable ASCII, and not all of a long one.
+std::string printable(std::string_view text) {
+  constexpr std::size_t longest = 100;  // bytes
+  std::string result;
+  for (char const c : text.substr(0, longest)) {
+    auto const byte = static_cast<unsigned char>(c);
+    char escape[sizeof "\\xNN"];
+    std::snprintf(escape, sizeof escape, "\\x%02X", unsigned{byte});
+    bool const isPrintable = byte >= 0x20 && byte < 0x7F;
+    isPrintable ? result += c : result += escape;
+  }
+  return text.size() > longest ? result + "..." : result;
 }
 
-std::string errorLine(std::string const& text) {
-  char buffer[kErrorBufferSize];
-  std::snprintf(buffer, sizeof buffer, "ERROR: %s", text.c_str());
-  return buffer;
+// Without memory the record is dropped.
+void logReason(PatternError const& error, std::string const& pattern) {
+  try {
+    QOR_CLI_LOG_ERROR(
+        ("Filter pattern \"" + printable(pattern) + "\": " + error.what() + '.')
+            .c_str());
+  } catch (std::bad_alloc const&) {
+    return;
+  }
 }
 
 }  // namespace
@@ -39,18 +52,12 @@ std::string errorLine(std::string const& text) {
 FilterCommand::FilterCommand() : AbstractCommand("Filter") {
   OperationTrace const trace;
   std::set<unsigned> const modes{QOR_CLI_MODE_ANY};
-  auto keyword = std::make_unique<QorCliUtilities::ACPipeKeyword>(
-      "filter", "Print lines matching a pattern", modes, false);
-  auto options = std::make_unique<ACFilterOptions>(
-      modes, QorCliUtilities::VALIDATION_NONE, true);
-  auto command = std::make_unique<AutoCompleteNode>(this);
-  std::vector<AutoCompleteNode*> path{keyword.get(), options.get(),
-                                      command.get()};
-  // The tree owns the nodes from here on, whatever comes of the call.
-  static_cast<void>(keyword.release());
-  static_cast<void>(options.release());
-  static_cast<void>(command.release());
-  PipeCmdTree::instance().addPathToTree(path);
+  PipeCmdTree::instance().addPathToTree(
+      std::make_unique<QorCliUtilities::ACPipeKeyword>(
+          "filter", "Print lines matching a pattern", modes, false),
+      std::make_unique<ACFilterOptions>(modes, QorCliUtilities::VALIDATION_NONE,
+                                        true),
+      std::make_unique<AutoCompleteNode>(this));
   trace.exit();
 }
 
@@ -59,44 +66,45 @@ int FilterCommand::execute(QorCliUtilities::CliApiContext& context,
                            QorCliUtilities::IOutput& output) {
   OperationTrace const trace;
   std::vector<std::string>& kept = output.getOutput();
-  std::string const text = takeText(kept);
+  std::string const text = QorCliUtilities::takeText(kept);
   FilterArguments arguments;
   std::string const error = parseFilterArguments(tokens, arguments);
   if (!error.empty()) {
     PipeCmd::FilterMap.clear();
-    output.push_back(errorLine(error));
+    output.push_back(QorCliUtilities::errorLine(error));
     return trace.exitWith(kFailure);
   }
   try {
     filterLines(text, arguments, context.getActionId(), kept);
-  } catch (Poco::Exception const&) {
+  } catch (PatternError const& reason) {
+    logReason(reason, arguments.pattern);
     PipeCmd::FilterMap.clear();
-    // Matching may have taken much memory before it gave up.
-    lastFilter_.reset();
     return trace.exitWith(kFailure);
   }
   return trace.exitWith(0);
 }
 
 // The expression is compiled and the action's state looked up when there is a
-// line: without one, neither happens.
+// line: without one, neither happens. A filter that throws is not used again.
 void FilterCommand::filterLines(std::string_view text,
                                 FilterArguments const& arguments,
                                 unsigned actionId,
                                 std::vector<std::string>& kept) {
   if (text.find('\n') == std::string_view::npos) return;
-  if (!lastFilter_ ||
-      !lastFilter_->isFor(arguments.pattern, arguments.ignoreCase)) {
-    lastFilter_ =
+  std::unique_ptr<LineFilter> filter = std::move(lastFilter_);
+  if (!filter || !filter->isFor(arguments.pattern, arguments.ignoreCase)) {
+    filter.reset();
+    filter =
         std::make_unique<LineFilter>(arguments.pattern, arguments.ignoreCase);
   }
   ContextRules rules(arguments.after, arguments.before,
                      PipeCmd::FilterMap[actionId], kept);
-  lastFilter_->filter(text, arguments.invert, rules);
+  filter->filter(text, arguments.invert, rules);
+  lastFilter_ = std::move(filter);
 }
 
 bool FilterCommand::isNumber(std::string const& text) {
-  return OperationTrace().exitWith(isDecimalNumber(text));
+  return OperationTrace().exitWith(QorCliUtilities::isDecimalNumber(text));
 }
 
 }  // namespace QorCliPipe

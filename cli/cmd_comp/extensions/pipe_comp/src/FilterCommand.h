@@ -27,12 +27,13 @@ class FilterCommand : public Qor::Singleton<FilterCommand>,
   // Replaces the text in `output` by what is kept of it: one string for each
   // kept line and for each separator between groups. Text behind the last line
   // feed is not a line and is dropped. Whatever the context rules carry on to
-  // the next piece of the text stays in PipeCmd::FilterMap under the context's
+  // the next chunk of the text stays in PipeCmd::FilterMap under the context's
   // action id.
   //
   // Returns 0. On failure returns -1 and forgets the state of all actions:
-  // words that make no sense leave one error text in `output`, an expression
-  // that is malformed or gives up on a line leaves what was kept before it.
+  // invalid words leave one error text in `output`; an expression that is
+  // malformed, or has no answer for a line in time (LineFilter), leaves what
+  // was kept before that line, and the reason is logged.
   int execute(QorCliUtilities::CliApiContext& context,
               std::vector<std::string> const& tokens,
               QorCliUtilities::IOutput& output) override;
@@ -45,9 +46,9 @@ class FilterCommand : public Qor::Singleton<FilterCommand>,
   void filterLines(std::string_view text, FilterArguments const& arguments,
                    unsigned actionId, std::vector<std::string>& kept);
 
-  // The filter of the last call: the pieces of one text come with one pattern,
+  // The filter of the last call: the chunks of one text come with one pattern,
   // which is compiled once. None, before the first line of all.
-  std::unique_ptr<LineFilter> lastFilter_;
+  std::unique_ptr<QorCliMatching::LineFilter> lastFilter_;
 };
 
 }  // namespace QorCliPipe

@@ -15,6 +15,8 @@ namespace QorCliPipe {
 // its copies of the lines. Used by one thread at a time.
 class PrecedingLines {
  public:
+  std::size_t size() const { return lines_.size(); }
+
   // Appends a copy of `line`. When `limit` lines or more are kept already, the
   // oldest is dropped first. `limit` is at least 1. Returns whether one was
   // dropped. When memory runs out, std::bad_alloc is thrown and the lines kept

@@ -378,5 +378,76 @@ TEST_F(Keyword, APipeKeywordPassesItsOtherArgumentsOn) {
   EXPECT_FALSE(matches(bound, {"a"}));
 }
 
+// A keyword that is made with settings is the one that is made with arguments.
+TEST_F(Keyword, SettingsAreTheArguments) {
+  KeywordSettings settings{"Show|-s", "Help", {7}};
+  EXPECT_EQ(settings.completionToken, QOR_CLI_TOKEN_WORD);
+  ACKeyword const plain(settings);
+  EXPECT_EQ(plain.keyword(), "show|-s");
+  EXPECT_EQ(plain.helpText(kOther), "Help");
+  EXPECT_TRUE(plain.isValidForMode(QorCliModeEnum_1T{7}));
+  EXPECT_FALSE(plain.isValidForMode(kOther));
+  EXPECT_FALSE(plain.potentialTerminalNode());
+  EXPECT_FALSE(plain.isHidden());
+  settings.modes = {QOR_CLI_MODE_ANY};
+  settings.potentialTerminalNode = true;
+  settings.splitAlternatives = true;
+  settings.completionToken = QOR_CLI_TOKEN_OPTION;
+  ACKeyword option(settings);
+  EXPECT_TRUE(option.potentialTerminalNode());
+  EXPECT_TRUE(matches(option, {"-s"}));
+  EXPECT_EQ(offered(option, {"x", "y", "-"}, 2),
+            (std::vector<std::string>{"2 -s [1 -s] Help"}));
+  settings.hidden = true;
+  EXPECT_TRUE(ACKeyword(settings).isHidden());
+}
+
+TEST_F(Keyword, EachSettingReachesTheKeyword) {
+  KeywordSettings const plain{"show", "Help"};
+  struct {
+    bool KeywordSettings::*setting;
+    bool value;
+    std::vector<std::string> first;   // offered as an empty first word
+    std::vector<std::string> second;  // behind two words
+  } const rows[] = {
+      {&KeywordSettings::offerWhenEmpty,
+       true,
+       {"5 show [6 show] () Help\nType: Command"},
+       {"5 show [6 show] () Help\nType: Command"}},
+      {&KeywordSettings::offerWhenEmpty,
+       false,
+       {},
+       {"5 show [6 show] () Help\nType: Command"}},
+      {&KeywordSettings::variantCompletion, true, {}, {"5 show [1 show] Help"}},
+      {&KeywordSettings::requiresCursor, true, {}, {}},
+      {&KeywordSettings::forbidsCursor,
+       true,
+       {"5 show [6 show] () Help\nType: Command"},
+       {"5 show [6 show] () Help\nType: Command"}},
+  };
+  for (auto const& row : rows) {
+    KeywordSettings settings = plain;
+    settings.*row.setting = row.value;
+    ACKeyword node(settings);
+    EXPECT_EQ(offered(node, {}, 0), row.first);
+    EXPECT_EQ(offered(node, {"x", "y"}, 2), row.second);
+  }
+  session.record.cursor = "here";
+  KeywordSettings elsewhere = plain;
+  elsewhere.forbidsCursor = true;
+  ACKeyword node(elsewhere);
+  EXPECT_EQ(offered(node, {}, 0), (std::vector<std::string>{}));
+}
+
+TEST_F(Keyword, SettingsOfAPipeKeyword) {
+  KeywordSettings settings{"show", "Help"};
+  settings.offerWhenEmpty = false;
+  ACPipeKeyword node(settings);
+  EXPECT_EQ(node.keyword(), "show");
+  EXPECT_EQ(
+      offered(node, {}, 0),
+      (std::vector<std::string>{"5 show [6 show] () Help\nType: Command"}));
+}
+
 }  // namespace
 }  // namespace QorCliUtilities

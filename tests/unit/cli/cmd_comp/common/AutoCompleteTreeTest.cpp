@@ -300,5 +300,20 @@ TEST_F(Building, OwnsTheNodesOfAPathThatItCannotMerge) {
   EXPECT_EQ(shape(*tree.getRoot()), "Root(x(z))");
 }
 
+TEST_F(Building, TakesNodesFromTheirOwners) {
+  auto const owned = [&](char const* keyword) {
+    return std::make_unique<TestNode>(TestNodeSetup{keyword}, calls);
+  };
+  EXPECT_EQ(tree.addPathToTree(owned("x"), owned("y"),
+                               std::make_unique<AutoCompleteNode>(&command)),
+            0U);
+  EXPECT_EQ(tree.addPathToTree(owned("x"), owned("z")), 0U);
+  EXPECT_EQ(tree.addPathToTree(owned("w")), 0U);
+  EXPECT_EQ(shape(*tree.getRoot()), "Root(x(y(one command) z) w)");
+  EXPECT_EQ(calls, Calls{"delete x"});
+  tree.deleteTree();
+  EXPECT_EQ(calls.size(), 5U);
+}
+
 }  // namespace
 }  // namespace QorCliUtilities

@@ -9,10 +9,12 @@
 
 #include "ACFilterOptions.h"
 #include "ACKeyword.h"
+#include "ACParameter.h"
 #include "AutoCompleteTree.h"
 #include "CliApiContext5.h"
 #include "Error.h"
 #include "OperationTrace.h"
+#include "PipeCommand.h"
 #include "PipeOutput1.h"
 #include "RecordingCommand.h"
 #include "RecordingContext.h"
@@ -484,6 +486,7 @@ TEST_F(Traced, QuestionsToOtherNodesAndTheTree) {
                           QorCliCompletionToken_1T{0}, false, false, false,
                           false, false);
   QorCliPipe::ACFilterOptions const options({}, VALIDATION_NONE, true);
+  ACParameter const parameter(Parameter::text("<word>", "Help"), true);
   expectTraced({
       {[&] { keyword.keyword(); }, "keyword", "show"},
       {[&] { keyword.toString(); }, "toString", "show"},
@@ -492,6 +495,8 @@ TEST_F(Traced, QuestionsToOtherNodesAndTheTree) {
       {[&] { keyword.isHidden(); }, "isHidden", "true"},
       {[&] { keyword.helpText(QorCliModeEnum_1T{7}); }, "helpText", "Help"},
       {[&] { ACKeyword::isGhost(""); }, "isGhost", "true"},
+      {[&] { parameter.ignoreCase(); }, "ignoreCase", "true"},
+      {[&] { parameter.toShortString(); }, "toShortString", "<word>"},
       {[&] { options.isMultiTokenNode(); }, "isMultiTokenNode", "true"},
       {[&] { options.toShortString(); }, "toShortString", "MultiParms"},
       {[&] { QorCliPipe::ACFilterOptions::isNumber("x"); }, "isNumber",
@@ -607,6 +612,52 @@ TEST_F(Traced, FilterOptionsTraceNothingButEntryAndExit) {
   EXPECT_EQ(steps(traceLog().takeShort()),
             (Lines{"autoComplete >> ", "addPossibility >> ",
                    "addPossibility << ", "autoComplete << 0"}));
+}
+
+TEST_F(Traced, AParameterTracesNothingButEntryAndExit) {
+  ACParameter node(Parameter::number("<n>", "Help"), true);
+  unsigned position = 0;
+  node.isMatch(session.context, {"x"}, position, output, true);
+  EXPECT_EQ(steps(traceLog().takeShort()),
+            (Lines{"isMatch >> ", "isMatch << false"}));
+  std::vector<AutoCompleteResult> results;
+  node.autoComplete(session.context, {"x"}, "", position, true, false, results,
+                    output);
+  EXPECT_EQ(
+      steps(traceLog().takeShort()),
+      (Lines{"autoComplete >> ", "extractToken >> ", "extractToken << ",
+             "addPossibility >> ", "addPossibility << ", "autoComplete << 0"}));
+}
+
+class Nothing : public TextProcessor {
+ public:
+  static CommandSyntax syntax() { return {"nothing", "Print nothing"}; }
+  explicit Nothing(Arguments const&) {}
+  void text(std::string_view, Printer&) override {}
+};
+
+TEST_F(Traced, ACommandOfProcessors) {
+  auto const nothing = makePipeCommand<Nothing>();
+  auto const outer = [](Lines const& all) {
+    Lines found;
+    for (std::string const& line : all) {
+      for (char const* name :
+           {"addTo ", "execute ", "complete ", "forgetRuns "}) {
+        if (line.rfind(name, 0) == 0) found.push_back(line);
+      }
+    }
+    return found;
+  };
+  nothing->addTo(tree);
+  output.push_back("a\n");
+  nothing->execute(session.context, {"nothing"}, output);
+  nothing->execute(session.context, {"nothing", "x"}, output);
+  nothing->complete(0, output);
+  nothing->forgetRuns();
+  EXPECT_EQ(outer(traceLog().takeShort()),
+            (Lines{"addTo >> ", "addTo << ", "execute >> ", "execute << 0",
+                   "execute >> ", "execute << 0", "complete >> ",
+                   "complete << 0", "forgetRuns >> ", "forgetRuns << "}));
 }
 
 // The file of every record is that of the operation.

@@ -103,6 +103,16 @@ TEST_F(FilterOptions, MatchesAnyToken) {
   EXPECT_TRUE(output.getOutput().empty());
 }
 
+TEST_F(FilterOptions, ARowOfItsTableHasFiveFields) {
+  auto const [helpText, otherForm, name, takesValue, isLongForm] =
+      ACFilterOptions::ACFilterOption{"help", "--after", "-A", true, false};
+  EXPECT_EQ(helpText, "help");
+  EXPECT_EQ(otherForm, "--after");
+  EXPECT_EQ(name, "-A");
+  EXPECT_TRUE(takesValue);
+  EXPECT_FALSE(isLongForm);
+}
+
 TEST_F(FilterOptions, MatchRefusesWhatMakesNoSense) {
   Refusal const rows[] = {
       {{}, 0, 7, "isMatch action past end of token list"},

@@ -1,0 +1,46 @@
+#include "ACOptions.h"
+
+#include <utility>
+
+#include "Error.h"
+#include "OperationTrace.h"
+
+namespace QorCliUtilities {
+
+ACOptions::ACOptions(Grammar const& grammar, std::set<unsigned> modes,
+                     Validation_Type validation, bool potentialTerminalNode)
+    : AutoCompleteNode(std::move(modes), validation, potentialTerminalNode,
+                       false),
+      grammar_(grammar) {}
+
+// The tree completes the first word behind the keyword as a word; it asks for
+// what follows several only when told that the last one was matched.
+bool ACOptions::isMatch(CliApiContext& context,
+                        std::vector<std::string> const& tokens, unsigned& pos,
+                        IOutput&, bool executing) {
+  OperationTrace const trace;
+  if (pos >= tokens.size()) {
+    throw Error("isMatch action past end of token list", 0);
+  }
+  if (!isValidForMode(context.getMode())) {
+    throw Error("isMatch action Not valid for mode", 0);
+  }
+  bool const isFirst = pos <= 1;
+  ++pos;
+  atLastOfSeveral_ = !executing && !isFirst && pos == tokens.size();
+  return trace.exitWith(true);
+}
+
+bool ACOptions::isMultiTokenNode() const {
+  return OperationTrace().exitWith(true);
+}
+
+bool ACOptions::isLastMultiTokenElement(CliApiContext&) const {
+  return OperationTrace().exitWith(atLastOfSeveral_);
+}
+
+std::string ACOptions::toShortString() const {
+  return OperationTrace().exitWith(std::string("MultiParms"));
+}
+
+}  // namespace QorCliUtilities

@@ -1,0 +1,33 @@
+#ifndef QOR_CLI_UNIQUE_COMMAND_H
+#define QOR_CLI_UNIQUE_COMMAND_H
+
+#include <PipeCommand.h>
+
+#include <cstdint>
+#include <string>
+
+namespace QorCliText {
+
+// A run of "unique": prints the lines but for those that repeat the one before,
+// or with how often each stood in a row in front. A line is printed when the
+// next one differs.
+class UniqueCommand : public QorCliUtilities::TextProcessor {
+ public:
+  static QorCliUtilities::CommandSyntax syntax();
+
+  explicit UniqueCommand(QorCliUtilities::Arguments const& typed);
+
+  void text(std::string_view lines, QorCliUtilities::Printer& printer) override;
+  void end(QorCliUtilities::Printer& printer) override;
+
+ private:
+  void print(std::string_view line, QorCliUtilities::Printer& printer) const;
+
+  bool count_;
+  std::string last_;         // line of the texts so far
+  std::uint64_t times_ = 0;  // that it stood in a row
+};
+
+}  // namespace QorCliText
+
+#endif

@@ -1,0 +1,123 @@
+#include "OwnStack.h"
+
+#include <sys/mman.h>
+#include <ucontext.h>
+
+#include <cstddef>
+#include <exception>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QOR_CLI_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#define QOR_CLI_ADDRESS_SANITIZER __has_feature(address_sanitizer)
+#endif
+
+#if QOR_CLI_ADDRESS_SANITIZER
+#include <sanitizer/common_interface_defs.h>
+#define QOR_CLI_LEAVE_STACK __sanitizer_start_switch_fiber
+#define QOR_CLI_ENTER_STACK __sanitizer_finish_switch_fiber
+#else
+#define QOR_CLI_LEAVE_STACK(...)
+#define QOR_CLI_ENTER_STACK(...)
+#endif
+
+#if __has_include(<valgrind/valgrind.h>)
+#include <valgrind/valgrind.h>
+#else
+#define VALGRIND_STACK_REGISTER(low, high) 0U
+#define VALGRIND_STACK_DEREGISTER(id) static_cast<void>(id)
+#endif
+
+namespace QorCliMatching {
+namespace {
+
+constexpr std::size_t kMiB = std::size_t{1} << 20;  // bytes
+
+constexpr std::size_t kStackSize = (sizeof(void*) == 8 ? 64 : 16) * kMiB;
+
+// More than any frame, so that none steps over it.
+constexpr std::size_t kGuardSize = kMiB;
+
+class Reservation {
+ public:
+  Reservation()
+      : memory_(mmap(nullptr, kGuardSize + kStackSize, PROT_NONE,
+                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0)) {
+    if (memory_ == MAP_FAILED) throw std::bad_alloc();
+    if (mprotect(bottom(), kStackSize, PROT_READ | PROT_WRITE) != 0) {
+      munmap(memory_, kGuardSize + kStackSize);
+      throw std::bad_alloc();
+    }
+    valgrindId_ = VALGRIND_STACK_REGISTER(bottom(), bottom() + kStackSize);
+  }
+  ~Reservation() {
+    VALGRIND_STACK_DEREGISTER(valgrindId_);
+    munmap(memory_, kGuardSize + kStackSize);
+  }
+  Reservation(Reservation const&) = delete;
+  Reservation& operator=(Reservation const&) = delete;
+
+  char* bottom() const { return static_cast<char*>(memory_) + kGuardSize; }
+
+ private:
+  void* memory_;
+  unsigned valgrindId_ = 0;
+};
+
+struct Call {
+  void (*work)(void*);
+  void* argument;
+  ucontext_t caller;
+  ucontext_t own;
+  std::exception_ptr thrown;
+};
+
+// The call that is under way: there is one at a time.
+Call* current = nullptr;
+
+// An exception must not leave the stack: the unwinder knows no way on.
+void run() {
+  [[maybe_unused]] void const* callersBottom = nullptr;
+  [[maybe_unused]] std::size_t callersSize = 0;
+  QOR_CLI_ENTER_STACK(nullptr, &callersBottom, &callersSize);
+  try {
+    current->work(current->argument);
+  } catch (...) {
+    current->thrown = std::current_exception();
+  }
+  QOR_CLI_LEAVE_STACK(nullptr, callersBottom, callersSize);
+}
+
+void switchTo(Reservation const& stack, Call& call) {
+  [[maybe_unused]] void* callersFakeStack = nullptr;
+  if (getcontext(&call.own) != 0) throw std::bad_alloc();
+  call.own.uc_stack.ss_sp = stack.bottom();
+  call.own.uc_stack.ss_size = kStackSize;
+  call.own.uc_link = &call.caller;
+  makecontext(&call.own, run, 0);
+  current = &call;
+  QOR_CLI_LEAVE_STACK(&callersFakeStack, stack.bottom(), kStackSize);
+  // Returns here twice: the second time when the work is done. swapcontext()
+  // would do the same, but the address sanitizer warns of each.
+  bool volatile isDone = false;
+  getcontext(&call.caller);
+  if (!isDone) {
+    isDone = true;
+    setcontext(&call.own);
+  }
+  QOR_CLI_ENTER_STACK(callersFakeStack, nullptr, nullptr);
+  current = nullptr;
+}
+
+}  // namespace
+
+void callOnOwnStack(void (*work)(void*), void* argument) {
+  if (current != nullptr) return work(argument);
+  static Reservation const stack;
+  Call call{work, argument, {}, {}, nullptr};
+  switchTo(stack, call);
+  if (call.thrown) std::rethrow_exception(call.thrown);
+}
+
+}  // namespace QorCliMatching

@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+#include <ucontext.h>
+
+#include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "OwnStack.h"
+#include "SmallStack.h"
+
+namespace {
+
+using QorCliMatching::onOwnStack;
+
+constexpr std::size_t kKiB = 1024;         // bytes
+constexpr std::size_t kMiB = 1024 * kKiB;  // bytes
+constexpr std::size_t kSmallStack = 16 * kKiB;
+
+// With the address sanitizer, frames are several times as large.
+constexpr std::size_t kAlternateStack =
+    (qor_test::kAddressSanitizer ? 16 : 1) * 32 * kKiB;
+
+// Where a variable of the caller's callee stands.
+[[gnu::noinline]] std::uintptr_t stackPlace() {
+  return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+}
+
+std::uintptr_t distance(std::uintptr_t a, std::uintptr_t b) {
+  return a < b ? b - a : a - b;
+}
+
+// Touches `bytes` of the stack, a page after the other.
+[[gnu::noinline]] std::size_t useStack(std::size_t bytes) {
+  char volatile page[4 * kKiB];
+  page[0] = 1;
+  if (bytes < sizeof page) return 1;
+  return useStack(bytes - sizeof page) + static_cast<std::size_t>(page[0]);
+}
+
+// On a stack of its own there is room for that.
+bool usesMuchStack() {
+  std::size_t pages = 0;
+  onOwnStack([&] { pages = useStack(4 * kMiB); });
+  return pages > 4 * kMiB / (4 * kKiB);
+}
+
+TEST(OwnStack, IsAnotherThanTheCallers) {
+  std::uintptr_t place = 0;
+  onOwnStack([&] { place = stackPlace(); });
+  EXPECT_GT(distance(place, stackPlace()), kMiB);
+}
+
+TEST(OwnStack, IsTheSameInEachCall) {
+  std::vector<std::uintptr_t> places;
+  for (int i = 0; i < 3; ++i) {
+    onOwnStack([&] { places.push_back(stackPlace()); });
+  }
+  EXPECT_EQ(places[0], places[1]);
+  EXPECT_EQ(places[0], places[2]);
+}
+
+TEST(OwnStack, RunsANestedCallDirectly) {
+  std::vector<int> order;
+  std::uintptr_t outer = 0;
+  std::uintptr_t inner = 0;
+  onOwnStack([&] {
+    outer = stackPlace();
+    order.push_back(1);
+    onOwnStack([&] {
+      inner = stackPlace();
+      order.push_back(2);
+    });
+    order.push_back(3);
+  });
+  EXPECT_EQ((std::vector<int>{1, 2, 3}), order);
+  EXPECT_LT(inner, outer);
+  EXPECT_LT(outer - inner, 64 * kKiB);
+}
+
+// ---- Exceptions
+
+struct Own {
+  int value;
+};
+
+TEST(OwnStack, CarriesExceptionsOfAnyType) {
+  try {
+    onOwnStack([] { throw std::runtime_error("a reason"); });
+    FAIL();
+  } catch (std::runtime_error const& error) {
+    EXPECT_STREQ("a reason", error.what());
+  }
+  try {
+    onOwnStack([] { throw Own{7}; });
+    FAIL();
+  } catch (Own const& own) {
+    EXPECT_EQ(7, own.value);
+  }
+  EXPECT_THROW(onOwnStack([] { throw std::bad_alloc(); }), std::bad_alloc);
+  EXPECT_THROW(onOwnStack([] { throw 3; }), int);
+}
+
+TEST(OwnStack, WorksAfterAnException) {
+  for (int i = 0; i < 3; ++i) {
+    std::uintptr_t place = 0;
+    EXPECT_THROW(onOwnStack([&] { throw Own{i}; }), Own);
+    onOwnStack([&] { place = stackPlace(); });
+    EXPECT_GT(distance(place, stackPlace()), kMiB);
+  }
+}
+
+TEST(OwnStack, UnwindsItsFrames) {
+  int destroyed = 0;
+  struct Counter {
+    int& count;
+    ~Counter() { ++count; }
+  };
+  EXPECT_THROW(onOwnStack([&] {
+                 Counter const first{destroyed};
+                 Counter const second{destroyed};
+                 throw Own{1};
+               }),
+               Own);
+  EXPECT_EQ(2, destroyed);
+}
+
+TEST(OwnStack, CarriesExceptionsOutOfNestedCalls) {
+  int caught = 0;
+  EXPECT_THROW(onOwnStack([&] {
+                 try {
+                   onOwnStack([] { throw Own{1}; });
+                 } catch (Own const&) {
+                   ++caught;
+                 }
+                 onOwnStack([] { throw std::runtime_error("second"); });
+               }),
+               std::runtime_error);
+  EXPECT_EQ(1, caught);
+}
+
+// The caller may be about to handle one itself.
+TEST(OwnStack, LeavesTheExceptionThatIsHandledAlone) {
+  try {
+    throw Own{1};
+  } catch (Own const& own) {
+    EXPECT_THROW(onOwnStack([] { throw std::runtime_error("other"); }),
+                 std::runtime_error);
+    onOwnStack([] {});
+    EXPECT_EQ(1, own.value);
+  }
+}
+
+// ---- Callers with little stack
+
+TEST(OwnStack, HasMuchRoom) { EXPECT_TRUE(usesMuchStack()); }
+
+TEST(OwnStack, HasMuchRoomForAThreadWithLittle) {
+  bool enough = false;
+  qor_test::runOnStackOf(kSmallStack, [&] { enough = usesMuchStack(); });
+  EXPECT_TRUE(enough);
+}
+
+TEST(OwnStack, CarriesExceptionsToAThreadWithLittle) {
+  EXPECT_THROW(qor_test::runOnStackOf(kSmallStack,
+                                      [] { onOwnStack([] { throw Own{1}; }); }),
+               Own);
+}
+
+// One call at a time, each on another thread.
+TEST(OwnStack, ServesOneThreadAfterTheOther) {
+  int served = 0;
+  for (int i = 0; i < 3; ++i) {
+    std::thread([&] { onOwnStack([&] { ++served; }); }).join();
+  }
+  EXPECT_EQ(3, served);
+}
+
+ucontext_t test;
+ucontext_t coroutine;
+bool enoughInCoroutine = false;
+int yielded = 0;
+
+void runCoroutine() {
+  enoughInCoroutine = usesMuchStack();
+  ++yielded;
+  swapcontext(&coroutine, &test);
+  try {
+    onOwnStack([] { throw Own{1}; });
+  } catch (Own const&) {
+    ++yielded;
+  }
+}
+
+TEST(OwnStack, HasMuchRoomForACoroutine) {
+  std::vector<char> stack(kAlternateStack);
+  ASSERT_EQ(0, getcontext(&coroutine));
+  coroutine.uc_stack.ss_sp = stack.data();
+  coroutine.uc_stack.ss_size = stack.size();
+  coroutine.uc_link = &test;
+  makecontext(&coroutine, runCoroutine, 0);
+  ASSERT_EQ(0, swapcontext(&test, &coroutine));
+  EXPECT_TRUE(enoughInCoroutine);
+  EXPECT_EQ(1, yielded);
+  // Between the coroutine's calls, the stack serves another.
+  EXPECT_TRUE(usesMuchStack());
+  ASSERT_EQ(0, swapcontext(&test, &coroutine));
+  EXPECT_EQ(2, yielded);
+}
+
+bool enoughInHandler = false;
+bool onAlternateStack = false;
+
+void handle(int) {
+  stack_t current{};
+  sigaltstack(nullptr, &current);
+  onAlternateStack = (current.ss_flags & SS_ONSTACK) != 0;
+  enoughInHandler = usesMuchStack();
+}
+
+TEST(OwnStack, HasMuchRoomForASignalHandlerOnItsStack) {
+  std::vector<char> memory(kAlternateStack);
+  stack_t alternate{};
+  stack_t before{};
+  alternate.ss_sp = memory.data();
+  alternate.ss_size = memory.size();
+  ASSERT_EQ(0, sigaltstack(&alternate, &before));
+  struct sigaction action {};
+  struct sigaction actionBefore {};
+  action.sa_handler = handle;
+  action.sa_flags = SA_ONSTACK;
+  ASSERT_EQ(0, sigaction(SIGUSR1, &action, &actionBefore));
+  raise(SIGUSR1);
+  sigaction(SIGUSR1, &actionBefore, nullptr);
+  sigaltstack(&before, nullptr);
+  EXPECT_TRUE(onAlternateStack);
+  EXPECT_TRUE(enoughInHandler);
+}
+
+}  // namespace
