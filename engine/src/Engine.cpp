@@ -2,12 +2,12 @@
 
 #include <unistd.h>
 
-#include "EngineErrors.h"
-#include "Messages.h"
-#include "PagedOutput.h"
-#include "Shell.h"
-#include "Terminal.h"
-#include "TreeDrawing.h"
+#include "completion/TreeDrawing.h"
+#include "output/Messages.h"
+#include "output/PagedOutput.h"
+#include "output/Terminal.h"
+#include "session/Shell.h"
+#include "system/EngineErrors.h"
 
 namespace QorCliEngine {
 namespace {

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "CommandRunner.h"
-#include "Completer.h"
-#include "Diagnostics.h"
 #include "Options.h"
-#include "OutputWriter.h"
-#include "Plugins.h"
-#include "Session.h"
-#include "SourceCommands.h"
-#include "StandardInput.h"
+#include "calls/Session.h"
+#include "commands/SourceCommands.h"
+#include "completion/Completer.h"
+#include "diagnostics/Diagnostics.h"
+#include "output/OutputWriter.h"
+#include "plugins/Plugins.h"
+#include "session/CommandRunner.h"
+#include "sources/StandardInput.h"
 
 namespace QorCliEngine {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <iostream>
 
-#include "Messages.h"
+#include "output/Messages.h"
 
 namespace QorCliEngine {
 namespace {

@@ -4,9 +4,9 @@
 #include <csignal>
 
 #include "Engine.h"
-#include "EngineErrors.h"
-#include "Messages.h"
 #include "Options.h"
+#include "output/Messages.h"
+#include "system/EngineErrors.h"
 
 namespace {
 

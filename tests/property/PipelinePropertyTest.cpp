@@ -14,16 +14,16 @@
 #include <string>
 #include <vector>
 
-#include "Diagnostics.h"
-#include "EngineErrors.h"
-#include "LineInstances.h"
-#include "OutputWriter.h"
-#include "Pipeline.h"
-#include "Plugins.h"
 #include "Seed.h"
-#include "Session.h"
 #include "SmallStack.h"
-#include "Source.h"
+#include "calls/Session.h"
+#include "diagnostics/Diagnostics.h"
+#include "output/OutputWriter.h"
+#include "pipeline/Pipeline.h"
+#include "plugins/LineInstances.h"
+#include "plugins/Plugins.h"
+#include "sources/Source.h"
+#include "system/EngineErrors.h"
 
 namespace QorCliEngine {
 namespace {

@@ -1,0 +1,76 @@
+#include "commands/PathNode.h"
+
+#include <Poco/String.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "commands/CommandLine.h"
+#include "output/Candidates.h"
+
+namespace QorCliEngine {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The names in the folder that `typed` is about, sorted.
+std::vector<fs::path> namesBeginningWith(fs::path const& typed) {
+  std::string const begin = typed.filename().string();
+  fs::path const folder = typed.parent_path();
+  std::vector<fs::path> names;
+  std::error_code error;
+  fs::directory_iterator entries(folder.empty() ? "." : folder, error);
+  for (; !error && entries != fs::directory_iterator();
+       entries.increment(error)) {
+    std::string const name = entries->path().filename().string();
+    bool const hidden = name.front() == '.' && begin.empty();
+    if (!hidden && name.rfind(begin, 0) == 0) names.emplace_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// Outside quotes the line would be cut at these, blanks around punctuation
+// would be lost with what they separate, and a placeholder is never typed.
+bool needsQuotes(std::string const& path) {
+  constexpr char kCutting[] = " \t|\"";
+  constexpr std::string_view kPunctuation = "=,[]";
+  auto const isPunctuation = [&](char c) {
+    return kPunctuation.find(c) != std::string_view::npos;
+  };
+  return path.find_first_of(kCutting) != std::string::npos ||
+         isPunctuation(path.front()) || isPunctuation(path.back()) ||
+         Candidates::isPlaceholder(path);
+}
+
+}  // namespace
+
+std::string PathNode::withHome(std::string const& path) {
+  char const* const home = std::getenv("HOME");
+  bool const inHome = path.rfind("~/", 0) == 0 && home != nullptr;
+  return inHome ? home + path.substr(1) : path;
+}
+
+void PathNode::offerWords(
+    std::string const& word,
+    std::vector<QorCliUtilities::AutoCompleteResult>& results) const {
+  bool const quoted = word.rfind('"', 0) == 0;
+  fs::path const typed = CommandLine::unquoted(word);
+  for (fs::path const& name : namesBeginningWith(withHome(typed))) {
+    fs::path const path = typed.parent_path() / name;
+    std::string text = path.string();
+    std::error_code error;
+    bool const folder = fs::is_directory(withHome(path), error);
+    if (folder) text += '/';
+    if (quoted || needsQuotes(text)) {
+      text = '"' + Poco::replace(text, "\"", "\\\"") + (folder ? "" : "\"");
+    }
+    addPossibility({QOR_CLI_SORT_COMMAND, text}, text, "", QOR_CLI_TOKEN_WORD,
+                   results);
+  }
+}
+
+}  // namespace QorCliEngine

@@ -1,0 +1,31 @@
+#ifndef QOR_CLI_ENGINE_PATH_NODE_H
+#define QOR_CLI_ENGINE_PATH_NODE_H
+
+#include <string>
+#include <vector>
+
+#include "commands/ArgumentsNode.h"
+
+namespace QorCliEngine {
+
+// An argument that is the path of a file: offers the files and folders whose
+// path begins as the word does, a folder with a slash behind its name. A path
+// that cannot be typed as it is begins with a quote, and ends with one unless
+// it goes on in a folder.
+class PathNode : public ArgumentsNode {
+ public:
+  using ArgumentsNode::ArgumentsNode;
+
+  // `path` with the user's home folder in the place of a "~" before its first
+  // slash; as it is when it has none, or the folder is not known.
+  static std::string withHome(std::string const& path);
+
+ protected:
+  void offerWords(
+      std::string const& word,
+      std::vector<QorCliUtilities::AutoCompleteResult>& results) const override;
+};
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,170 @@
+#include "commands/SourceCommands.h"
+
+#include <Poco/String.h>
+
+#include <utility>
+
+#include "ACKeyword.h"
+#include "CliApiContext5.h"
+#include "LinesOutput.h"
+#include "calls/CallContext.h"
+#include "commands/ArgumentsNode.h"
+#include "commands/PathNode.h"
+#include "sources/FileSource.h"
+#include "sources/ProcessSource.h"
+#include "sources/TextSource.h"
+#include "system/EngineErrors.h"
+
+namespace QorCliEngine {
+namespace {
+
+using QorCliUtilities::ACKeyword;
+using QorCliUtilities::AutoCompleteNode;
+using QorCliUtilities::LinesOutput;
+
+constexpr char kBadQuotes[] =
+    "quoted text must stand alone, with blanks around it";
+
+constexpr char kShowHelp[] = "Print something that can be piped";
+constexpr char kTreeHelp[] = "Draw all commands as a tree";
+constexpr char kDotHelp[] = "Draw a graph, in the language of Graphviz";
+
+enum class Ends { kHere, kLater };
+
+AutoCompleteNode* keyword(char const* word, char const* help, Ends ends) {
+  return new ACKeyword(word, help, {QOR_CLI_MODE_ANY}, ends == Ends::kHere,
+                       false, QOR_CLI_TOKEN_NEXT_WORD, false, true, false,
+                       false, false);
+}
+
+// An option that ends its command.
+AutoCompleteNode* option(char const* word, char const* help) {
+  return new ACKeyword(word, help, {QOR_CLI_MODE_ANY}, true, false,
+                       QOR_CLI_TOKEN_NEXT_WORD, true, true, false, false,
+                       false);
+}
+
+std::string joined(std::vector<std::string> const& words) {
+  return Poco::cat(std::string(" "), words.begin(), words.end()) + '\n';
+}
+
+// A text that is made when the line runs, not when it is understood: Tab and
+// "?" only ask whether it may run.
+class MadeTextSource : public Source {
+ public:
+  explicit MadeTextSource(std::function<std::string()> make)
+      : make_(std::move(make)) {}
+
+  State read(LineChunker& chunker) override {
+    chunker.append(make_());
+    return State::kEnd;
+  }
+
+ private:
+  std::function<std::string()> make_;
+};
+
+// Ends the session when the line runs, not when it is understood.
+class QuitSource : public TextSource {
+ public:
+  explicit QuitSource(Session& session) : TextSource(""), session_(session) {}
+  void start() override { session_.shutDown(); }
+
+ private:
+  Session& session_;
+};
+
+}  // namespace
+
+SourceCommands::SourceCommands(Session& session, Texts const& texts)
+    : session_(session) {
+  using Words = std::vector<std::string>;
+  using Count = ArgumentsNode::Count;
+  add("Show file",
+      {keyword("show", kShowHelp, Ends::kLater),
+       keyword("file", "Print a file", Ends::kLater),
+       new PathNode(2, Count::kOne, "<path>", "The file to print")},
+      2, [](Words const& words) {
+        if (words.size() != 1) {
+          throw SourceFailure("takes one path; quote it if it holds blanks");
+        }
+        return std::make_unique<FileSource>(PathNode::withHome(words.front()));
+      });
+  addText("Show tree",
+          {keyword("show", kShowHelp, Ends::kLater),
+           keyword("tree", kTreeHelp, Ends::kHere)},
+          texts.tree);
+  addText("Show tree as graph",
+          {keyword("show", kShowHelp, Ends::kLater),
+           keyword("tree", kTreeHelp, Ends::kHere), option("--dot", kDotHelp)},
+          texts.graph);
+  add("Run",
+      {keyword("run", "Run a program and print its output", Ends::kLater),
+       new ArgumentsNode(1, Count::kMany, "<program>",
+                         "The program and its arguments")},
+      1, [](Words const& words) {
+        return std::make_unique<ProcessSource>(words);
+      });
+  add("Echo",
+      {keyword("echo", "Print a text", Ends::kLater),
+       new ArgumentsNode(1, Count::kMany, "<text>", "The text to print")},
+      1, [](Words const& words) {
+        return std::make_unique<TextSource>(joined(words));
+      });
+  addText("Help", {keyword("help", "List all commands", Ends::kHere)},
+          texts.help);
+  add("Quit", {keyword("quit", "Leave", Ends::kHere)}, 1,
+      [this](Words const&) { return std::make_unique<QuitSource>(session_); });
+}
+
+bool SourceCommands::knows(std::string const& word, bool begun) const {
+  for (AutoCompleteNode const* node : tree_.getRoot()->children()) {
+    if (!AutoCompleteNode::match(node->keyword(), word)) continue;
+    if (begun || node->keyword().size() == word.size()) return true;
+  }
+  return false;
+}
+
+std::unique_ptr<Source> SourceCommands::prepare(std::string const& text) {
+  CallContext call(session_);
+  QorCliUtilities::CliApiContext5 context(call.record());
+  LinesOutput output;
+  unsigned matches = 0;
+  int const status = tree_.executeCommand(context, text, &matches, output);
+  if (matches != 0) return std::move(made_);
+  throw SourceFailure(status == 0 ? "unknown or incomplete command"
+                                  : kBadQuotes);
+}
+
+void SourceCommands::offer(
+    QorCliActionEnum_2T action, std::string const& text,
+    std::vector<QorCliUtilities::AutoCompleteResult>& candidates) {
+  CallContext call(session_);
+  QorCliUtilities::CliApiContext5 context(call.record());
+  LinesOutput output;
+  std::size_t const before = candidates.size();
+  int const status = tree_.helpRequestAndAutoCompleteCommand(
+      context, text, "", candidates, output, action == QOR_CLI_ACTION_HELP);
+  if (status < 0 && candidates.size() == before) {
+    throw SourceFailure(kBadQuotes);
+  }
+}
+
+void SourceCommands::addText(char const* name,
+                             std::vector<AutoCompleteNode*> path,
+                             TextMaker text) {
+  add(name, std::move(path), 1,
+      [text = std::move(text)](std::vector<std::string> const&) {
+        return std::make_unique<MadeTextSource>(text);
+      });
+}
+
+void SourceCommands::add(char const* name, std::vector<AutoCompleteNode*> path,
+                         unsigned wordsBefore, SourceCommand::Maker maker) {
+  commands_.push_back(std::make_unique<SourceCommand>(name, wordsBefore,
+                                                      std::move(maker), made_));
+  path.push_back(new AutoCompleteNode(commands_.back().get()));
+  tree_.addPathToTree(path);
+}
+
+}  // namespace QorCliEngine

@@ -1,0 +1,79 @@
+#ifndef QOR_CLI_ENGINE_COMPLETER_H
+#define QOR_CLI_ENGINE_COMPLETER_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "calls/Session.h"
+#include "commands/SourceCommands.h"
+#include "completion/CommandTree.h"
+#include "output/Candidates.h"
+#include "plugins/PipeComponent.h"
+
+namespace QorCliEngine {
+
+// Asks for the candidates of a partly typed line: the engine's own commands for
+// the stage before the first "|", the loaded components for the others, and for
+// a first stage that can only be a pipe command. One thread.
+class Completer {
+ public:
+  // Neither argument is owned.
+  Completer(Session& session, SourceCommands& sourceCommands);
+
+  // The candidates for completing (QOR_CLI_ACTION_COMPLETE) or helping
+  // (QOR_CLI_ACTION_HELP) the end of `line`, in the order in which they were
+  // offered, component by component. Throws CommandFailure when the stage
+  // cannot be understood or a component fails.
+  std::vector<Candidate> ask(QorCliActionEnum_2T action,
+                             std::string const& line);
+
+  // The candidates for help as the operator is to see them: merged, with "<cr>"
+  // where help or completion offers it and nothing is wrong with the stages
+  // before, and with "|" where a pipe command may follow.
+  std::vector<Candidate> help(std::string const& line);
+
+  // Says, when there are no candidates for `line`, which word is not known, in
+  // plain words that name the stage. A component need not offer all that it
+  // knows. Asks for few of the line's beginnings, however many words it has.
+  // Throws as ask().
+  std::string noCandidates(std::string const& line);
+
+  // The line, and below it a mark under the first word of a stage, counted from
+  // 1, that is not known, or behind the stage when it is not complete, with
+  // what was expected there. Empty when that cannot be told. `width` as in
+  // Layout.
+  std::string pointOut(std::string const& line, std::size_t stage,
+                       std::size_t width);
+
+  // What the command help prints. `width` as in Layout.
+  std::string commandList(std::size_t width);
+
+  // The trees of the engine's own commands and of each component's.
+  std::vector<TreeWord> commandTrees();
+
+ private:
+  struct Word {
+    std::size_t begin;
+    std::size_t end;
+  };
+
+  std::optional<Word> unknownWord(std::string const& line);
+  std::string expected(std::string const& line);
+  bool isOwnStage(std::string const& line) const;
+  void addReturn(std::string const& line, std::vector<Candidate>& candidates);
+  bool offersFor(std::string const& line);
+  bool earlierStagesMayRun(std::string const& line);
+  void askComponents(QorCliActionEnum_2T action, std::string const& stage,
+                     std::vector<Candidate>& candidates);
+  void askComponent(PipeComponent const& component, QorCliActionEnum_2T action,
+                    std::string const& stage,
+                    std::vector<Candidate>& candidates);
+
+  Session& session_;
+  SourceCommands& sourceCommands_;
+};
+
+}  // namespace QorCliEngine
+
+#endif

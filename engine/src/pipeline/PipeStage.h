@@ -1,0 +1,68 @@
+#ifndef QOR_CLI_ENGINE_PIPE_STAGE_H
+#define QOR_CLI_ENGINE_PIPE_STAGE_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "calls/Session.h"
+#include "diagnostics/StageFigures.h"
+#include "pipeline/PieceSize.h"
+#include "plugins/LineInstances.h"
+#include "plugins/PipeComponent.h"
+
+namespace QorCliEngine {
+
+// Returns the name of a stage in messages. `number` counts from 1.
+std::string stageName(std::size_t number, std::string const& text);
+
+// One pipe command of a command line.
+//
+// It is opened, given the text in chunks, and completed. Every function appends
+// what the command prints to `sink` and throws CommandFailure, with the lines
+// that the failed call printed and without them in `sink`. One thread.
+class PipeStage {
+ public:
+  // `number`: the stage's place in the line, from 1. `actionId`: names the
+  // command to its component, used for no other. `session` is not owned;
+  // neither is `figures`, which may be null.
+  PipeStage(std::size_t number, std::string text, unsigned actionId,
+            Session& session, StageFigures* figures);
+
+  // Finds the component that knows the command, and takes its instance: it runs
+  // the command over an empty text, so that wrong usage shows before there is
+  // any other. A plug-in that has no instance left does not know it.
+  void open(LineInstances& instances, std::string& sink);
+
+  // `input`: whole lines, with a NUL byte behind them. When interrupts are
+  // caught, the command is given them in pieces of a size that suits its speed,
+  // and Interrupted is thrown before a piece if the line is to end.
+  void process(std::string_view input, std::string& sink);
+
+  // Tells the component that the input is complete, if it has been called at
+  // all and has not been told.
+  void complete(std::string& sink);
+
+ private:
+  bool openBy(std::vector<PipeComponent> const& components, std::string& sink);
+  void processPiece(char const* piece, std::string& sink);
+  QorReturnT execute(char const* input, unsigned& matches, std::string& sink);
+  void countOutput(std::string const& sink, std::size_t mark);
+  template <class Call>
+  QorReturnT call(Call const& call, std::string& sink);
+  [[noreturn]] void fail(std::string const& reason, std::size_t mark,
+                         std::string& sink) const;
+
+  std::size_t number_;
+  std::string text_;
+  unsigned actionId_;
+  Session& session_;
+  StageFigures* figures_;
+  PieceSize pieceSize_;
+  std::optional<PipeComponent> component_;
+};
+
+}  // namespace QorCliEngine
+
+#endif

@@ -1,0 +1,30 @@
+#ifndef QOR_CLI_ENGINE_SHELL_H
+#define QOR_CLI_ENGINE_SHELL_H
+
+#include "calls/Session.h"
+#include "completion/Completer.h"
+#include "session/CommandRunner.h"
+
+namespace QorCliEngine {
+
+// The engine at a terminal: reads command lines from the operator and runs them
+// until the operator leaves. One thread.
+class Shell {
+ public:
+  // No argument is owned.
+  Shell(Session& session, Completer& completer, CommandRunner& runner);
+
+  // Returns whether the last command succeeded. Throws OutputClosed.
+  bool run();
+
+ private:
+  bool runLine(std::string const& line);
+
+  Session& session_;
+  Completer& completer_;
+  CommandRunner& runner_;
+};
+
+}  // namespace QorCliEngine
+
+#endif
