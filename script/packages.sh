@@ -8,15 +8,22 @@ build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libpcre2-dev
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
   binutils graphviz mandoc strace time zsh)
 
-# What the other checks need.
-check_packages=("${test_packages[@]}" git clang libclang-rt-dev clang-format
-  clang-tidy gcovr doxygen)
+# What each leg of script/check needs.
+format_packages=(git clang-format)
+docs_packages=(mandoc doxygen)
+tidy_packages=(git clang-tidy "${build_packages[@]}")
+asan_clang_packages=(clang libclang-rt-dev "${test_packages[@]}")
+release_clang_packages=(clang "${test_packages[@]}")
+install_packages=(clang debootstrap dpkg-dev file lintian python3
+  "${build_packages[@]}")
+coverage_packages=(gcovr "${test_packages[@]}")
+fuzz_packages=(clang libclang-rt-dev libgtest-dev libgmock-dev
+  "${build_packages[@]}")
+valgrind_packages=(valgrind "${test_packages[@]}")
 
-# What packaging and trying the packages needs beyond that.
-install_packages=("${check_packages[@]}" debootstrap dpkg-dev file lintian)
-
-# What the 32-bit build needs beyond that: compilers, and GoogleTest's sources.
-ilp32_packages=(g++-multilib googletest)
+# What the 32-bit build needs: compilers, GoogleTest's sources, and the headers of
+# the libraries.
+ilp32_packages=(g++-multilib googletest "${test_packages[@]}")
 
 # The libraries of a foreign architecture, one to a line: those whose headers are
 # installed, in the same versions of their interfaces.
@@ -26,9 +33,8 @@ foreign_libraries() {
     grep -Ex '(libpocofoundation|libpcre2-8-|libre2-|libedit)[0-9]+(t64)?'
 }
 
-# What the tests under valgrind, and those on a bare Debian, need beyond that.
-valgrind_packages=(valgrind)
-bare_packages=(debootstrap)
+# What a bare Debian needs.
+bare_packages=(debootstrap git)
 
 # What the benchmarks need beyond what compiles the project: a library, the
 # filters to compare with, and what measures and draws.
