@@ -1,5 +1,4 @@
-// Prints who answers for a number of patterns, and why: what docs/matching.md
-// shows.
+// Prints the matching strategy of some patterns, and why, for docs/matching.md.
 
 #include <algorithm>
 #include <cmath>
@@ -43,47 +42,47 @@ constexpr Row kRows[] = {
     {R"(^(\((?:[^()]|(?1))*\))$)"},
 };
 
-std::string answerer(LineMatcher const& matcher) {
+std::string strategyOf(LineMatcher const& matcher) {
   if (matcher.facts().sufficient) return "text search";
-  switch (matcher.way()) {
-    case LineMatcher::Way::kPlain:
+  switch (matcher.strategy()) {
+    case LineMatcher::Strategy::kPlain:
       return "PCRE2, plain";
-    case LineMatcher::Way::kLinear:
+    case LineMatcher::Strategy::kLinear:
       return "RE2";
-    case LineMatcher::Way::kTimed:
+    case LineMatcher::Strategy::kTimed:
       break;
   }
   return "PCRE2, timed";
 }
 
-constexpr std::size_t kBytes = 100;  // of a line
+constexpr std::size_t kBytes = 100;  // of the line in the examples
 
 std::string reason(LineMatcher const& matcher) {
   PatternFacts const& facts = matcher.facts();
-  if (facts.sufficient) return "a plain text, or a choice of such";
-  bool const isPlain = matcher.way() == LineMatcher::Way::kPlain;
+  if (facts.sufficient) return "a literal, or an alternation of literals";
+  bool const isPlain = matcher.strategy() == LineMatcher::Strategy::kPlain;
   if (!isPlain && *facts.reason != '\0') return facts.reason;
-  std::size_t const bytes = std::min(kBytes, matcher.longestPlainLine());
+  std::size_t const bytes = std::min(kBytes, matcher.maxPlainLine());
   double const steps =
       facts.backtracking.steps(static_cast<double>(isPlain ? bytes : kBytes));
   std::string const text =
-      std::to_string(std::llround(steps)) + " steps a start offset";
+      std::to_string(std::llround(steps)) + " steps per start offset";
   bool const grows = facts.backtracking.loops + facts.backtracking.passes > 0;
   if (!isPlain || !grows) return text;
   return text + " in " + std::to_string(bytes) + " bytes; " +
          (facts.regular.empty() ? "timed" : "RE2") + " from " +
-         std::to_string(matcher.longestPlainLine() + 1) + " on";
+         std::to_string(matcher.maxPlainLine() + 1) + " on";
 }
 
 }  // namespace
 
 int main() {
-  std::printf("%-36s %-13s %s\n", "pattern", "who", "why");
+  std::printf("%-36s %-13s %s\n", "pattern", "strategy", "why");
   for (Row const& row : kRows) {
     LineMatcher const matcher(row.pattern, row.ignoreCase, 1.0);
     std::string const pattern =
         (row.ignoreCase ? "-i " : "") + std::string(row.pattern);
-    std::printf("%-36s %-13s %s\n", pattern.c_str(), answerer(matcher).c_str(),
-                reason(matcher).c_str());
+    std::printf("%-36s %-13s %s\n", pattern.c_str(),
+                strategyOf(matcher).c_str(), reason(matcher).c_str());
   }
 }

@@ -19,8 +19,8 @@
 #include "Seed.h"
 #include "SmallStack.h"
 
-// Each way to decide a line answers as PCRE2's interpreter does, wherever it
-// takes the pattern: also where the matcher would prefer another one.
+// Every backend that supports a pattern agrees with PCRE2's interpreter, even
+// if the matcher would prefer another backend.
 
 namespace qor_test {
 namespace {
@@ -35,7 +35,7 @@ constexpr char kPatternBytes[] = "1b()|*?+";
 constexpr std::size_t kExhaustiveLine = 4;
 constexpr char kLineBytes[] = "1b";
 
-// Far more than the oracle's steps take, under valgrind, too.
+// Far more than the oracle's match limit takes, even under valgrind.
 constexpr double kSeconds = 60;
 
 std::string lowerCased(std::string text) {
@@ -45,44 +45,44 @@ std::string lowerCased(std::string text) {
   return text;
 }
 
-// ---- The ways
+// ---- Backends
 
-struct Way {
-  // Nothing: the way has no answer.
+struct Backend {
+  // Nothing: the backend cannot tell.
   using Answer = std::function<std::optional<bool>(std::string const&)>;
 
   char const* name;
   Answer matches;
 };
 
-// A pattern in every way that takes it.
-class Ways {
+// A pattern in every backend that supports it.
+class Backends {
  public:
-  // Throws PatternError when the pattern is refused.
-  Ways(std::string const& pattern, bool ignoreCase)
+  // Throws PatternError when the pattern is rejected.
+  Backends(std::string const& pattern, bool ignoreCase)
       : matcher_(pattern, ignoreCase, kSeconds),
         interpreter_(pattern, ignoreCase) {
-    ways_.push_back({"the matcher", [this](std::string const& line) {
-                       matcher_.beginCall();
-                       return matcher_.matches(line);
-                     }});
-    ways_.push_back({"interpreter", answerOf(interpreter_)});
+    backends_.push_back({"the matcher", [this](std::string const& line) {
+                           matcher_.beginCall();
+                           return matcher_.matches(line);
+                         }});
+    backends_.push_back({"interpreter", answerOf(interpreter_)});
     if (facts().jitAgrees) addJitCode(pattern, ignoreCase);
-    if (interpreter_.mayMatchNothing()) return;
+    if (interpreter_.mayMatchEmpty()) return;
     addPlain(pattern, ignoreCase);
     addLinear();
   }
-  Ways(Ways const&) = delete;
-  Ways& operator=(Ways const&) = delete;
+  Backends(Backends const&) = delete;
+  Backends& operator=(Backends const&) = delete;
 
   PatternFacts const& facts() const { return matcher_.facts(); }
   LineMatcher& matcher() { return matcher_; }
-  std::vector<Way> const& all() const { return ways_; }
+  std::vector<Backend> const& all() const { return backends_; }
   bool isPlain() const { return plain_ != nullptr; }
   bool isLinear() const { return linear_ != nullptr; }
 
  private:
-  static Way::Answer answerOf(TimedExpression& timed) {
+  static Backend::Answer answerOf(TimedExpression& timed) {
     return [&timed](std::string const& line) {
       TimeBudget budget(kSeconds);
       return timed.matches(line, budget);
@@ -92,21 +92,20 @@ class Ways {
   void addJitCode(std::string const& pattern, bool ignoreCase) {
     jitCode_ = std::make_unique<TimedExpression>(pattern, ignoreCase);
     jitCode_->useJitCode();
-    ways_.push_back({"JIT code with callouts", answerOf(*jitCode_)});
+    backends_.push_back({"JIT code with callouts", answerOf(*jitCode_)});
   }
 
   void addPlain(std::string const& pattern, bool ignoreCase) {
     if (facts().backtracking.loops == Backtracking::kUnbounded) return;
     plain_ = std::make_unique<PlainExpression>(pattern, ignoreCase,
                                                !facts().hasLoopAndChoice);
-    ways_.push_back({"plain JIT code",
-                     [this](std::string const& line) -> std::optional<bool> {
-                       PlainExpression::Answer const answer =
-                           plain_->match(line);
-                       if (answer == PlainExpression::Answer::kUnknown)
-                         return std::nullopt;
-                       return answer == PlainExpression::Answer::kMatch;
-                     }});
+    backends_.push_back(
+        {"plain JIT code",
+         [this](std::string const& line) -> std::optional<bool> {
+           PlainExpression::Answer const answer = plain_->match(line);
+           if (answer == PlainExpression::Answer::kUnknown) return std::nullopt;
+           return answer == PlainExpression::Answer::kMatch;
+         }});
   }
 
   void addLinear() {
@@ -117,9 +116,9 @@ class Ways {
       linear_.reset();
       return;
     }
-    ways_.push_back({"RE2", [this](std::string const& line) {
-                       return linear_->matches(line);
-                     }});
+    backends_.push_back({"RE2", [this](std::string const& line) {
+                           return linear_->matches(line);
+                         }});
   }
 
   LineMatcher matcher_;
@@ -127,25 +126,26 @@ class Ways {
   std::unique_ptr<TimedExpression> jitCode_;
   std::unique_ptr<PlainExpression> plain_;
   std::unique_ptr<LinearExpression> linear_;
-  std::vector<Way> ways_;
+  std::vector<Backend> backends_;
 };
 
-// Null when the pattern is refused.
-std::unique_ptr<Ways> waysOf(std::string const& pattern, bool ignoreCase) {
+// Null if the pattern is rejected.
+std::unique_ptr<Backends> backendsOf(std::string const& pattern,
+                                     bool ignoreCase) {
   try {
-    return std::make_unique<Ways>(pattern, ignoreCase);
+    return std::make_unique<Backends>(pattern, ignoreCase);
   } catch (PatternError const&) {
     return nullptr;
   }
 }
 
-std::optional<bool> answer(Way const& way, std::string const& line,
+std::optional<bool> answer(Backend const& backend, std::string const& line,
                            Pcre2Oracle const& oracle) {
   try {
-    return way.matches(line);
+    return backend.matches(line);
   } catch (PatternError const& error) {
     EXPECT_TRUE(oracle.hasEndlessCall(line))
-        << way.name << ": " << error.what();
+        << backend.name << ": " << error.what();
     return std::nullopt;
   }
 }
@@ -153,13 +153,15 @@ std::optional<bool> answer(Way const& way, std::string const& line,
 // ---- The comparison
 
 struct Count {
-  int refused = 0;   // patterns
-  int plain = 0;     // patterns that the plain way takes
-  int linear = 0;    // and the linear one
-  int required = 0;  // patterns with a required text
+  // Patterns.
+  int rejected = 0;
+  int plain = 0;     // supported by the plain backend
+  int linear = 0;    // supported by RE2
+  int required = 0;  // with a required text
   int sufficient = 0;
-  int finds = 0;
-  int undecided = 0;  // pairs without the oracle's answer
+  int canFind = 0;
+  // Pairs of a pattern and a line.
+  int undecided = 0;  // by the oracle
   int matched = 0;
   int unmatched = 0;
 
@@ -167,11 +169,11 @@ struct Count {
 };
 
 std::ostream& operator<<(std::ostream& out, Count const& count) {
-  return out << "patterns: " << count.refused << " refused, " << count.plain
+  return out << "patterns: " << count.rejected << " rejected, " << count.plain
              << " plain, " << count.linear << " regular, " << count.required
              << " with required texts, " << count.sufficient
-             << " of them sufficient, " << count.finds
-             << " found in several lines; lines: " << count.matched
+             << " of them sufficient, " << count.canFind
+             << " searched across lines; lines: " << count.matched
              << " matched, " << count.unmatched << " not, " << count.undecided
              << " undecided";
 }
@@ -181,19 +183,19 @@ class Comparison {
  public:
   Comparison(std::string const& pattern, bool ignoreCase, Count& count)
       : oracle_(pattern, ignoreCase),
-        ways_(waysOf(pattern, ignoreCase)),
+        backends_(backendsOf(pattern, ignoreCase)),
         count_(count) {
-    EXPECT_EQ(oracle_.isValid(), ways_ != nullptr) << "valid?";
-    if (!oracle_.isValid()) ++count_.refused;
+    EXPECT_EQ(oracle_.isValid(), backends_ != nullptr) << "valid?";
+    if (!oracle_.isValid()) ++count_.rejected;
     if (!isValid()) return;
-    if (ways_->isPlain()) ++count_.plain;
-    if (ways_->isLinear()) ++count_.linear;
-    if (!ways_->facts().anyOf.empty()) ++count_.required;
-    if (ways_->facts().sufficient) ++count_.sufficient;
-    if (ways_->matcher().finds()) ++count_.finds;
+    if (backends_->isPlain()) ++count_.plain;
+    if (backends_->isLinear()) ++count_.linear;
+    if (!backends_->facts().anyOf.empty()) ++count_.required;
+    if (backends_->facts().sufficient) ++count_.sufficient;
+    if (backends_->matcher().canFind()) ++count_.canFind;
   }
 
-  bool isValid() const { return oracle_.isValid() && ways_ != nullptr; }
+  bool isValid() const { return oracle_.isValid() && backends_ != nullptr; }
 
   void compare(std::string const& line) {
     std::optional<bool> const expected = oracle_.matches(line);
@@ -202,28 +204,28 @@ class Comparison {
       return;
     }
     ++(*expected ? count_.matched : count_.unmatched);
-    for (Way const& way : ways_->all()) {
-      std::optional<bool> const found = answer(way, line, oracle_);
+    for (Backend const& backend : backends_->all()) {
+      std::optional<bool> const found = answer(backend, line, oracle_);
       if (found && *found != *expected) {
-        ADD_FAILURE() << way.name << " says " << *found << " on "
+        ADD_FAILURE() << backend.name << " says " << *found << " on "
                       << testing::PrintToString(line);
       }
     }
     compareTexts(line, *expected);
   }
 
-  // Looks for matches in all of the lines at once.
+  // Searches all lines at once.
   void compareFinding(std::vector<std::string> const& lines) const {
-    if (!ways_->matcher().finds()) return;
+    if (!backends_->matcher().canFind()) return;
     std::string text;
     for (std::string const& line : lines) text += line + '\n';
-    LineMatcher::Place place{0, 0};
+    LineMatcher::Span span{0, 0};
     std::size_t begin = 0;
     for (std::string const& line : lines) {
       std::size_t const end = begin + line.size();  // its line feed
-      if (place.begin <= end) place = ways_->matcher().find(text, begin);
-      bool const isHere = place.begin <= end;
-      bool const isInside = isHere && place.end <= end;
+      if (span.begin <= end) span = backends_->matcher().find(text, begin);
+      bool const isHere = span.begin <= end;
+      bool const isInside = isHere && span.end <= end;
       EXPECT_TRUE(isHere || oracle_.matches(line) != true) << "missed " << line;
       EXPECT_TRUE(!isInside || oracle_.matches(line) != false) << line;
       begin = end + 1;
@@ -232,7 +234,7 @@ class Comparison {
 
  private:
   void compareTexts(std::string const& line, bool expected) const {
-    PatternFacts const& facts = ways_->facts();
+    PatternFacts const& facts = backends_->facts();
     auto const folded = [&facts](std::string const& text) {
       return facts.ignoreCase ? lowerCased(text) : text;
     };
@@ -247,7 +249,7 @@ class Comparison {
   }
 
   Pcre2Oracle oracle_;
-  std::unique_ptr<Ways> ways_;
+  std::unique_ptr<Backends> backends_;
   Count& count_;
 };
 
@@ -281,12 +283,12 @@ TEST_F(MatcherAgreement, OnRandomPatternsAndLines) {
                    source_.below(3) == 0);
   }
   std::cout << count_ << std::endl;
-  EXPECT_GT(count_.refused, patterns / 20);
+  EXPECT_GT(count_.rejected, patterns / 20);
   EXPECT_GT(count_.plain, patterns / 10);
   EXPECT_GT(count_.linear, patterns / 10);
   EXPECT_GT(count_.required, patterns / 20);
   EXPECT_GT(count_.sufficient, patterns / 50);
-  EXPECT_GT(count_.finds, patterns / 50);
+  EXPECT_GT(count_.canFind, patterns / 50);
   EXPECT_GT(count_.matched, kPairs / 10);
   EXPECT_GT(count_.unmatched, kPairs / 10);
   EXPECT_LT(count_.undecided, kPairs / 20);
@@ -348,18 +350,18 @@ std::ostream& operator<<(std::ostream& out, Row const& row) {
 
 class ChosenPattern : public testing::TestWithParam<Row> {};
 
-TEST_P(ChosenPattern, IsFoundInEveryWay) {
+TEST_P(ChosenPattern, IsMatchedByEveryBackend) {
   Row const& row = GetParam();
   Pcre2Oracle const oracle(row.pattern, row.ignoreCase);
   ASSERT_TRUE(oracle.isValid());
   EXPECT_EQ(row.matches, oracle.matches(row.line));
-  Ways ways(row.pattern, row.ignoreCase);
-  for (Way const& way : ways.all()) {
-    EXPECT_EQ(row.matches, answer(way, row.line, oracle)) << way.name;
+  Backends backends(row.pattern, row.ignoreCase);
+  for (Backend const& backend : backends.all()) {
+    EXPECT_EQ(row.matches, answer(backend, row.line, oracle)) << backend.name;
   }
 }
 
-// JIT code has missed these with PCRE2 10.42, without callouts.
+// JIT code without callouts misses these in PCRE2 10.42.
 INSTANTIATE_TEST_SUITE_P(
     EmptyAlternatives, ChosenPattern,
     testing::Values(Row{"(1|)b*1", "1", true}, Row{"(?:1|)b*1", "1", true},
@@ -369,7 +371,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"(?>(?||)()a|)a", "a", false},
                     Row{"(?<n>(?:a(?:)?|){0,2}|\\k<n>)A", "a", true, true}));
 
-// Likewise, where it looks for start offsets.
+// So does JIT code with start optimizations.
 INSTANTIATE_TEST_SUITE_P(
     LoopsAndChoices, ChosenPattern,
     testing::Values(Row{"(bba|b)(a*?)a", "bba", true},
@@ -395,7 +397,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"a{1001}", std::string(1000, 'a'), false}));
 
 INSTANTIATE_TEST_SUITE_P(
-    BytesBeyondAscii, ChosenPattern,
+    NonAsciiBytes, ChosenPattern,
     testing::Values(
         Row{"\xC3\xA4+?|\xC3\xA4", "x\xC3\xA4", true},
         Row{"\xC3\xA4|\xC3\xB6", "\xC3\xB6", true},
@@ -422,7 +424,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"a[[:^space:]]b", "a\vb", false}, Row{"a[x\\sy]b", "a\fb", true},
         Row{"a\\hb", "a\vb", false}, Row{"a\\vb", "a\vb", true}));
 
-// Where JIT code with callouts finds something else than the interpreter.
+// JIT code with callouts disagrees with the interpreter on these.
 INSTANTIATE_TEST_SUITE_P(
     PossessiveAndCalledGroups, ChosenPattern,
     testing::Values(
@@ -533,7 +535,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"(*UTF8)a*[\\x{80}-\\x{82}]", kEuros, false},
         Row{"(*UTF8)\xC3\xA4?a++c", kBs + "aac", true}));
 
-// ---- What versions of PCRE2 answer otherwise, or refuse
+// ---- Patterns on which versions of PCRE2 differ
 
 struct OddRow {
   std::string pattern;
@@ -546,11 +548,11 @@ std::ostream& operator<<(std::ostream& out, OddRow const& row) {
 
 class OddPattern : public testing::TestWithParam<OddRow> {};
 
-TEST_P(OddPattern, MeansWhatItMeansToPcre2) {
+TEST_P(OddPattern, MeansWhatPcre2Says) {
   Count count;
   Comparison comparison(GetParam().pattern, false, count);
   if (comparison.isValid()) comparison.compare(GetParam().line);
-  EXPECT_EQ(1, count.refused + count.pairs());
+  EXPECT_EQ(1, count.rejected + count.pairs());
 }
 
 INSTANTIATE_TEST_SUITE_P(Counts, OddPattern,
@@ -560,7 +562,7 @@ INSTANTIATE_TEST_SUITE_P(Counts, OddPattern,
                                          OddRow{"a{ 2}", "aa"},
                                          OddRow{"a{1, 2}b", "aab"}));
 
-// One quantifier is taken to leave nothing for what follows.
+// PCRE2 makes a quantifier possessive.
 INSTANTIATE_TEST_SUITE_P(Possessification, OddPattern,
                          testing::Values(OddRow{"(b+)(a)?+b", "bb"},
                                          OddRow{"b*(})?+b", "b"},
@@ -573,16 +575,16 @@ INSTANTIATE_TEST_SUITE_P(KeptOutOfLookarounds, OddPattern,
                                          OddRow{"(?=a\\K)ab", "xab"},
                                          OddRow{"(?<=\\Ka)b", "ab"}));
 
-// ---- Refused patterns
+// ---- Rejected patterns
 
-class RefusedPattern : public testing::TestWithParam<char const*> {};
+class RejectedPattern : public testing::TestWithParam<char const*> {};
 
-TEST_P(RefusedPattern, IsRefusedByPcre2AndTheMatcher) {
+TEST_P(RejectedPattern, IsRejectedByPcre2AndTheMatcher) {
   EXPECT_FALSE(Pcre2Oracle(GetParam(), false).isValid());
   EXPECT_THROW(LineMatcher(GetParam(), false, kSeconds), PatternError);
 }
 
-INSTANTIATE_TEST_SUITE_P(Malformed, RefusedPattern,
+INSTANTIATE_TEST_SUITE_P(Malformed, RejectedPattern,
                          testing::Values("(", ")", "[", "a**b", "\\", "(?<=a*)",
                                          "(?1)", "(?<n", "(?P>x)", "[[:x:]]",
                                          "a{2,1}", "(*NONE)", "(?<n>a)(?<n>b)",
@@ -590,14 +592,14 @@ INSTANTIATE_TEST_SUITE_P(Malformed, RefusedPattern,
                                          "(*UTF8)[\\x{110000}]", "[b-a]", "*a",
                                          "a{65536}", "(?'n", "(?#"));
 
-TEST(LineThatIsNotUtf8, HasNoAnswerWhereThePatternIs) {
+TEST(InvalidUtf8, FailsIfThePatternSelectsUtf8) {
   LineMatcher matcher("(*UTF8)a", false, kSeconds);
   EXPECT_THROW(matcher.matches("a\xFF"), PatternError);
   EXPECT_FALSE(Pcre2Oracle("(*UTF8)a", false).matches("a\xFF"));
   EXPECT_TRUE(matcher.matches("xa"));
 }
 
-TEST(LongPattern, IsRefusedBeyond64KiB) {
+TEST(LongPattern, IsRejectedBeyond64KiB) {
   std::size_t const longest = std::size_t{64} * 1024;
   std::string const comment = "a(?#" + std::string(longest - 5, 'c') + ')';
   EXPECT_NO_THROW(LineMatcher(comment, false, kSeconds));

@@ -9,13 +9,13 @@
 namespace QorCliMatching {
 namespace {
 
-// After so many lines with a required text it is seen whether looking for it
-// skipped more than it found.
+// Candidate lines after which the prefilter is judged: does it skip more than
+// it finds?
 constexpr std::size_t kLinesOnTrial = 64;
 
 struct Trial {
-  std::size_t begin = 0;    // in the text
-  std::size_t lines = 0;    // with a required text
+  std::size_t begin = 0;    // offset in the text
+  std::size_t lines = 0;    // that contain a required literal
   std::size_t skipped = 0;  // bytes
 };
 
@@ -43,22 +43,22 @@ class LineFilter::Worker {
   LineMatcher matcher_;
   bool sufficient_;
   AnyTextSearch search_;
-  // Of the call that is under way.
+  // State of the current call.
   std::string_view text_;
   bool skips_ = false;
-  std::size_t matchEnd_ = 0;  // the candidate matches, if that is in it
+  std::size_t matchEnd_ = 0;  // if within the candidate line, it matches
   Trial trial_;
 };
 
-// The begin of the next line, at `from` or behind it, that may match.
+// The start of the next line, at or after `from`, that may match.
 std::size_t LineFilter::Worker::nextCandidate(std::size_t from) {
   matchEnd_ = sufficient_ ? 0 : text_.size();
-  if (!skips_ && !matcher_.finds()) return from;
+  if (!skips_ && !matcher_.canFind()) return from;
   std::size_t place = 0;
   if (skips_) {
     place = search_.find(from);
   } else {
-    LineMatcher::Place const match = matcher_.find(text_, from);
+    LineMatcher::Span const match = matcher_.find(text_, from);
     place = match.begin;
     matchEnd_ = match.end;
   }
@@ -68,8 +68,8 @@ std::size_t LineFilter::Worker::nextCandidate(std::size_t from) {
   return line;
 }
 
-// Where more of the text is in lines with a required text than between them, it
-// is not looked for until the next call.
+// The prefilter is off for the rest of the call once lines with a required
+// literal make up more of the text than the lines between them.
 void LineFilter::Worker::judgeSkipping(std::size_t from, std::size_t line) {
   trial_.skipped += line - from;
   if (++trial_.lines < kLinesOnTrial) return;
@@ -77,8 +77,8 @@ void LineFilter::Worker::judgeSkipping(std::size_t from, std::size_t line) {
   trial_ = {line, 0, 0};
 }
 
-// Lines that do not match are pushed together, so that of many the sink has to
-// keep the last ones only.
+// Runs of lines that do not match are pushed as one, so that the sink copies
+// only the last few.
 void LineFilter::Worker::filter(std::string_view text, bool invert,
                                 LineSink& sink) {
   text_ = text.substr(0, text.rfind('\n') + 1);
@@ -86,7 +86,7 @@ void LineFilter::Worker::filter(std::string_view text, bool invert,
   search_.reset(text_);
   skips_ = !search_.empty();
   trial_ = {};
-  std::size_t pushed = 0;  // so far: the lines in front of it
+  std::size_t pushed = 0;  // lines before this offset are done
   auto const push = [&](std::size_t end, bool matched) {
     std::string_view const lines = text_.substr(pushed, end - pushed);
     pushed = end;

@@ -9,13 +9,13 @@
 
 namespace QorCliMatching {
 
-// Receives the lines of a text in order, one or several at a time, each with
-// its line feed. Called on the thread that filters, and on the filter's own
-// stack: it may throw, which comes out of filter(), but not leave by longjmp()
-// or by a switch to another coroutine.
+// Receives the lines of a text in order, one or more at a time, each with its
+// line feed. Called on the filtering thread, on the filter's own stack. It may
+// throw, and filter() passes the exception on; it must not leave by longjmp()
+// or by switching to another coroutine.
 class LineSink {
  public:
-  // `lines`: whole lines, at least one; only valid during the call.
+  // `lines`: whole lines, at least one; valid only during the call.
   virtual void selected(std::string_view lines) = 0;
   virtual void unselected(std::string_view lines) = 0;
 
@@ -23,26 +23,26 @@ class LineSink {
   ~LineSink() = default;
 };
 
-// Tells the lines of a text that match a Perl-compatible regular expression
-// from those that do not.
+// Splits the lines of a text into those that match a Perl-compatible regular
+// expression and those that do not.
 //
-// The answer is that of PCRE2's interpreter; a line matches when the first
-// match in it is not empty. It takes bounded time whatever the pattern and the
-// lines: a call over 128 KiB returns within two seconds. Where a line is not
-// decided by then, the call ends with an error. Regular patterns are decided in
-// time that grows with the text, but for those that may match the empty text,
-// some with bytes beyond ASCII, and very large ones on long lines.
+// A line matches when the first match in it is not empty, as PCRE2's
+// interpreter finds it. Time is bounded for any pattern and any line: a call
+// over 128 KiB returns within two seconds, with an error if a line is undecided
+// by then. Regular patterns take time linear in the text, except those that may
+// match the empty string, some with non-ASCII bytes, and very large ones on
+// long lines.
 //
-// Works on a stack of its own (OwnStack.h), so that any caller's will do, of 16
-// KiB even. The compiled pattern serves any number of texts. When a call throws
-// anything, the filter is only good to be destroyed. One call at a time, of all
-// filters in a library.
+// Runs on a stack of its own (OwnStack.h), so 16 KiB of the caller's are
+// enough. A compiled pattern filters any number of texts. Once a call has
+// thrown, the filter may only be destroyed. One call at a time across all
+// filters of a library.
 class LineFilter {
  public:
-  // For tests and measurements: what everybody else gets is the default.
+  // For tests and benchmarks; everybody else uses the defaults.
   struct Settings {
-    bool skips = true;     // lines that lack a required text are not matched
-    double seconds = 1.0;  // of processor time, for a call's lines
+    bool skips = true;     // skip lines that lack a required literal
+    double seconds = 1.0;  // processor time for all lines of a call
   };
 
   // Compiles `pattern`. Throws PatternError when it is malformed, longer than
@@ -53,13 +53,13 @@ class LineFilter {
              Settings const& settings);
   ~LineFilter();
 
-  // Whether this is the filter for that expression.
+  // Whether this filter was compiled from this pattern and option.
   bool isFor(std::string const& pattern, bool ignoreCase) const;
 
-  // Pushes the lines of `text` into `sink`: those that match as selected and
-  // the others as unselected or, with `invert`, the other way round. Text
-  // behind the last line feed is no line. Throws PatternError when there is no
-  // answer for a line; the lines before it have been pushed then.
+  // Pushes the lines of `text` into `sink`: matching lines as selected and the
+  // others as unselected or, with `invert`, the other way round. Ignores text
+  // after the last line feed. Throws PatternError when a line cannot be
+  // decided; the lines before it have been pushed by then.
   void filter(std::string_view text, bool invert, LineSink& sink);
 
  private:

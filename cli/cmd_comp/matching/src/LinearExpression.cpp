@@ -10,40 +10,38 @@
 namespace QorCliMatching {
 namespace {
 
-constexpr std::int64_t kMostMemory = std::int64_t{8} << 20;  // bytes
+constexpr std::int64_t kMaxMemory = std::int64_t{8} << 20;  // bytes
 
-// Of a byte of a line, for each instruction of the program, where RE2 has to
-// follow many paths at once.
-constexpr double kSecondsOfInstruction = 40e-9;
+// Cost of a byte per instruction of the program when RE2 falls back to its NFA.
+constexpr double kSecondsPerInstruction = 40e-9;
 
-// RE2 does not survive an exception: its destructors read what is gone by then.
-// So when memory runs out within it, the handler of operator new abandons the
-// work: it jumps back over RE2's frames, and what they held is lost. The
-// handler serves all threads of the process; only the worker jumps. The jump
-// unwinds pthread_once(), by which RE2 makes what it makes once: with glibc,
-// the next call begins that anew.
-std::jmp_buf wayBack;
+// RE2 is not exception-safe: its destructors read members that are gone by
+// then. So when it runs out of memory, the new-handler jumps back over RE2's
+// frames, and what they held is leaked. The handler is shared by all threads of
+// the process; only the worker jumps. The jump unwinds pthread_once(), which
+// RE2 uses for lazy initialisation: with glibc, the next call starts over.
+std::jmp_buf jumpTarget;
 pthread_t worker;
-std::new_handler hostsHandler = nullptr;
+std::new_handler hostHandler = nullptr;
 
-// The host's handler comes first: it may free some memory.
+// The host's handler goes first: it may free some memory.
 void freeMemoryOrAbandon() {
   try {
-    if (hostsHandler == nullptr) throw std::bad_alloc();
-    return hostsHandler();
+    if (hostHandler == nullptr) throw std::bad_alloc();
+    return hostHandler();
   } catch (...) {
     if (pthread_equal(worker, pthread_self()) == 0) throw;
   }
-  std::longjmp(wayBack, 1);
+  std::longjmp(jumpTarget, 1);
 }
 
 template <typename Work>
 void withoutException(Work const& work) {
   worker = pthread_self();
-  hostsHandler = std::set_new_handler(freeMemoryOrAbandon);
-  bool const isAbandoned = setjmp(wayBack) != 0;
+  hostHandler = std::set_new_handler(freeMemoryOrAbandon);
+  bool const isAbandoned = setjmp(jumpTarget) != 0;
   if (!isAbandoned) work();
-  std::set_new_handler(hostsHandler);
+  std::set_new_handler(hostHandler);
   if (isAbandoned) throw std::bad_alloc();
 }
 
@@ -52,7 +50,7 @@ re2::RE2::Options options(bool ignoreCase) {
   result.set_case_sensitive(!ignoreCase);
   result.set_never_capture(true);
   result.set_log_errors(false);
-  result.set_max_mem(kMostMemory);
+  result.set_max_mem(kMaxMemory);
   return result;
 }
 
@@ -71,12 +69,12 @@ LinearExpression::~LinearExpression() = default;
 
 bool LinearExpression::isUsable() const { return expression_->ok(); }
 
-double LinearExpression::mostSeconds(std::size_t bytes) const {
-  return kSecondsOfInstruction * expression_->ProgramSize() *
+double LinearExpression::maxSeconds(std::size_t bytes) const {
+  return kSecondsPerInstruction * expression_->ProgramSize() *
          static_cast<double>(bytes);
 }
 
-// While RE2 is at work, nobody owns it: abandoned, it must not be destroyed.
+// Released while RE2 works: after a jump it must not be destroyed.
 bool LinearExpression::matches(std::string_view line) {
   re2::RE2* const expression = expression_.release();
   bool isMatch = false;

@@ -12,27 +12,27 @@ class RE2;
 
 namespace QorCliMatching {
 
-// A regular expression that RE2 matches: in time proportional to the line,
-// whatever the pattern. Used by one thread at a time.
+// A regular expression matched by RE2, in time linear in the line for any
+// pattern. Used by one thread at a time.
 //
-// When memory runs out within RE2, std::bad_alloc is thrown; what RE2 held by
-// then is lost, and the expression only good to be destroyed. One at a time is
-// made or matches.
+// When RE2 runs out of memory, std::bad_alloc is thrown; the memory that RE2
+// held is leaked, and the expression may only be destroyed. Only one may be
+// constructed or matched at a time.
 class LinearExpression {
  public:
-  // `regular` is in RE2's syntax. RE2 writes out its counted repetitions before
-  // it limits memory and time: the caller keeps their number low.
+  // `regular` is in RE2's syntax. RE2 expands counted quantifiers before any
+  // limit on memory and time applies: the caller keeps the counts low.
   LinearExpression(std::string const& regular, bool ignoreCase);
   ~LinearExpression();
 
-  // False when RE2 does not know the pattern, or has not enough memory for it.
+  // False when RE2 rejects the pattern or exceeds its memory limit.
   bool isUsable() const;
 
-  // What matching a line of so many bytes takes at most, in seconds of
-  // processor time. Only when it is usable.
-  double mostSeconds(std::size_t bytes) const;
+  // An upper bound for matching a line of `bytes`, in seconds of processor
+  // time. Requires isUsable().
+  double maxSeconds(std::size_t bytes) const;
 
-  // Whether there is a match in `line`. Only when it is usable.
+  // Whether there is a match in `line`. Requires isUsable().
   bool matches(std::string_view line);
 
  private:

@@ -36,7 +36,7 @@ constexpr std::size_t kMiB = std::size_t{1} << 20;  // bytes
 
 constexpr std::size_t kStackSize = (sizeof(void*) == 8 ? 64 : 16) * kMiB;
 
-// More than any frame, so that none steps over it.
+// Larger than any frame, so that none skips it.
 constexpr std::size_t kGuardSize = kMiB;
 
 class Reservation {
@@ -73,10 +73,10 @@ struct Call {
   std::exception_ptr thrown;
 };
 
-// The call that is under way: there is one at a time.
+// The call in progress, or null.
 Call* current = nullptr;
 
-// An exception must not leave the stack: the unwinder knows no way on.
+// Exceptions must not leave this stack: the unwinder cannot cross it.
 void run() {
   [[maybe_unused]] void const* callersBottom = nullptr;
   [[maybe_unused]] std::size_t callersSize = 0;
@@ -98,8 +98,8 @@ void switchTo(Reservation const& stack, Call& call) {
   makecontext(&call.own, run, 0);
   current = &call;
   QOR_CLI_LEAVE_STACK(&callersFakeStack, stack.bottom(), kStackSize);
-  // Returns here twice: the second time when the work is done. swapcontext()
-  // would do the same, but the address sanitizer warns of each.
+  // Returns twice, the second time when the work is done. swapcontext() would
+  // do the same, but AddressSanitizer warns about each call.
   bool volatile isDone = false;
   getcontext(&call.caller);
   if (!isDone) {

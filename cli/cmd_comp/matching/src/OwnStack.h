@@ -6,15 +6,15 @@
 
 namespace QorCliMatching {
 
-// Calls work(argument) on a stack of its own, of 64 MiB (16 MiB with 32-bit
-// words), and returns when that does; what it throws is thrown again. So how
-// much stack the caller has left does not matter: on a thread, a coroutine or
-// an alternate signal stack. Within such a call, `work` is called directly.
+// Calls work(argument) on a separate stack of 64 MiB (16 MiB on 32-bit
+// systems), waits for it, and rethrows what it throws. The caller's stack may
+// be small: a thread's, a coroutine's or an alternate signal stack. Nested
+// calls run `work` directly.
 //
-// The stack is address space reserved at the first call, until the library is
-// unloaded; only the pages that are touched take memory. Below it is a guard
-// region. Throws std::bad_alloc when the address space cannot be reserved. One
-// call at a time.
+// The first call reserves the stack's address space, which is released when the
+// library is unloaded; only touched pages take memory. A guard region lies
+// below it. Throws std::bad_alloc when the address space cannot be reserved.
+// One call at a time.
 void callOnOwnStack(void (*work)(void*), void* argument);
 
 template <typename Work>

@@ -5,10 +5,9 @@
 
 namespace QorCliMatching {
 
-// Why a pattern was refused, or why a line got no answer. what() says it in the
-// words of the library that found it: "missing closing parenthesis at offset
-// 3". Offsets count bytes of the pattern from 0. It quotes neither pattern nor
-// line.
+// Why a pattern was rejected, or why matching a line failed. what() is often
+// PCRE2's own text: "missing closing parenthesis at offset 3". Offsets count
+// bytes of the pattern from 0. It quotes neither pattern nor line.
 class PatternError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -12,23 +12,22 @@
 namespace QorCliMatching {
 namespace {
 
-// Looking for many texts at once costs more than it saves.
-constexpr std::size_t kMostTexts = 8;
+// Searching for more literals costs more than it saves.
+constexpr std::size_t kMaxTexts = 8;
 
-// The beginning of a longer one will do.
-constexpr std::size_t kLongestText = 64;  // bytes
+// Longer literals are truncated.
+constexpr std::size_t kMaxText = 64;  // bytes
 
-// To open and to close a group.
-constexpr double kStepsOfGroup = 3;
+// For the parentheses of a group.
+constexpr double kStepsPerGroup = 3;
 
 constexpr unsigned kNoLimit = UINT32_MAX;
 
-// Classes that RE2 does not know, or knows otherwise: its \s lacks the vertical
-// tab.
+// Classes that RE2 lacks or defines differently: its \s lacks the vertical tab.
 struct Class {
   char escape;
-  char const* members;  // as they are written within a class
-  char const* others;
+  char const* members;  // in the syntax of a bracketed class
+  char const* complement;
 };
 
 constexpr Class kClasses[] = {
@@ -50,13 +49,13 @@ bool isAlnum(char c) {
 struct Item {
   enum class Kind { kCharacter, kSet, kAnchor, kBar, kOpen, kClose, kUnknown };
 
-  bool isOnce() const { return least == 1 && most == 1; }
+  bool isOnce() const { return min == 1 && max == 1; }
 
   Kind kind;
   std::string_view body;
   std::string_view quantifier;
-  unsigned least = 1;
-  unsigned most = 1;
+  unsigned min = 1;
+  unsigned max = 1;
 };
 
 using Kind = Item::Kind;
@@ -74,11 +73,11 @@ bool isLineAnchor(Item const& item) {
   return item.kind == Kind::kAnchor && !isOneOf(item.body.back(), "bB");
 }
 
-bool isLoop(Item const& item) { return item.most == kNoLimit; }
+bool isLoop(Item const& item) { return item.max == kNoLimit; }
 
 bool isChoice(Item const& item) {
   return item.kind == Kind::kBar ||
-         (item.kind == Kind::kClose && item.least != item.most);
+         (item.kind == Kind::kClose && item.min != item.max);
 }
 
 Kind kindOfGroup(std::string_view open) {
@@ -90,7 +89,7 @@ Kind kindOfGroup(std::string_view open) {
   return isNamed ? Kind::kOpen : Kind::kUnknown;
 }
 
-// The item without its quantifier.
+// Parses an item, but not its quantifier.
 Item withoutQuantifier(std::string_view text) {
   auto const first = [text](std::size_t count) {
     return text.substr(0, count);
@@ -119,7 +118,7 @@ Item withoutQuantifier(std::string_view text) {
   if (text[1] == '\n') return {Kind::kUnknown, text, {}};
   if (!isAlnum(text[1])) return {Kind::kCharacter, first(2), {}};
   bool const isAnchor = isOneOf(text[1], "bBAzZ");
-  // What looks like a count behind \x is the value of a character.
+  // \x{41} is a character, not a quantifier.
   if (text.substr(1, 2) == "x{") return {Kind::kUnknown, text, {}};
   std::size_t size = 2;
   while (text[1] == 'x' && size < std::min<std::size_t>(4, text.size()) &&
@@ -129,7 +128,7 @@ Item withoutQuantifier(std::string_view text) {
   return {isAnchor ? Kind::kAnchor : Kind::kSet, first(size), {}};
 }
 
-// Takes a number off `text`. One with a zero in front RE2 takes for text.
+// Consumes a number. RE2 reads one with a leading zero literally.
 bool takeNumber(std::string_view& text, unsigned& number) {
   if (text.size() > 1 && text[0] == '0' && isAlnum(text[1])) return false;
   char const* const end = text.data() + text.size();
@@ -138,23 +137,23 @@ bool takeNumber(std::string_view& text, unsigned& number) {
   return read.ec == std::errc();
 }
 
-// Reads "*", "+", "?", "{3}", "{3,}" or "{3,5}", and what makes it lazy or
-// possessive. False when it is something else.
+// Parses "*", "+", "?", "{3}", "{3,}" or "{3,5}", optionally lazy or
+// possessive. Returns false for anything else.
 bool readQuantifier(Item& item) {
   std::string_view text = item.quantifier;
   if (text.empty()) return true;
-  item.least = text[0] == '+' ? 1 : 0;
-  item.most = text[0] == '?' ? 1 : kNoLimit;
+  item.min = text[0] == '+' ? 1 : 0;
+  item.max = text[0] == '?' ? 1 : kNoLimit;
   bool const isCount = text[0] == '{';
   if (!isCount && !isOneOf(text[0], "*+?")) return false;
   text.remove_prefix(1);
   if (isCount) {
-    if (!takeNumber(text, item.least)) return false;
-    item.most = item.least;
+    if (!takeNumber(text, item.min)) return false;
+    item.max = item.min;
     if (!text.empty() && text[0] == ',') {
       text.remove_prefix(1);
-      item.most = kNoLimit;
-      if (text[0] != '}' && !takeNumber(text, item.most)) return false;
+      item.max = kNoLimit;
+      if (text[0] != '}' && !takeNumber(text, item.max)) return false;
     }
     text.remove_prefix(1);
   }
@@ -173,15 +172,14 @@ Item itemOf(std::string_view text) {
 
 // ---- Required texts
 
-// A single character of most kinds occurs in nearly every line, so that looking
-// for it costs more than it saves.
+// Most single characters occur in nearly every line, so that searching for one
+// costs more than it saves.
 bool isWorthLookingFor(std::string const& text) {
   return text.size() > 1 || !(isAlnum(text[0]) || isOneOf(text[0], " :-"));
 }
 
-// Characters that follow each other directly, outside of groups, make up a run;
-// every other item ends the run. The longest run of an alternative is the text
-// that it requires.
+// Adjacent characters outside groups form a run; any other item ends it. The
+// longest run of an alternative is its required text.
 class TextReader {
  public:
   void read(Item const& item) {
@@ -190,7 +188,7 @@ class TextReader {
     if (depth_ == 0 && item.kind == Kind::kBar) {
       endAlternative();
     } else if (depth_ == 0 && item.kind == Kind::kCharacter) {
-      if (item.least != 0) run_ += item.body.back();
+      if (item.min != 0) run_ += item.body.back();
       if (!item.isOnce()) endRun();
     } else {
       endRun();
@@ -199,11 +197,11 @@ class TextReader {
 
   void finish(PatternFacts& facts) {
     endAlternative();
-    if (texts_.size() > kMostTexts) return;
+    if (texts_.size() > kMaxTexts) return;
     for (std::string& text : texts_) {
       if (text.empty() || !(isPlain_ || isWorthLookingFor(text))) return;
-      if (text.size() <= kLongestText) continue;
-      text.resize(kLongestText);
+      if (text.size() <= kMaxText) continue;
+      text.resize(kMaxText);
       isPlain_ = false;
     }
     facts.anyOf = std::move(texts_);
@@ -225,13 +223,13 @@ class TextReader {
   }
 
   std::size_t depth_ = 0;
-  bool isPlain_ = true;  // nothing but runs
+  bool isPlain_ = true;  // only runs so far
   std::string run_;
   std::string longest_;
   std::vector<std::string> texts_;
 };
 
-// Takes the parentheses off, if the pattern is one group.
+// Removes the parentheses of a pattern that is a single group.
 void unwrap(Items& items) {
   if (items.size() < 3 || items[0].kind != Kind::kOpen ||
       isLookaround(items[0]) || items.back().kind != Kind::kClose ||
@@ -252,8 +250,8 @@ void unwrap(Items& items) {
 
 // ---- Backtracking
 //
-// A sequence has as many paths as its items have, multiplied; alternatives add
-// up; a repeated group multiplies by itself.
+// The ways of a sequence multiply, those of alternatives add up, and those of a
+// repeated group multiply with themselves.
 
 void append(Backtracking& all, Backtracking const& part) {
   all.ways *= part.ways;
@@ -263,10 +261,10 @@ void append(Backtracking& all, Backtracking const& part) {
 }
 
 struct Group {
-  Backtracking done{0, 0, 0, 0};  // the alternatives before this one
+  Backtracking done{0, 0, 0, 0};  // the previous alternatives
   Backtracking current;
 
-  // An empty one has no bound, for it is one that JIT code may miss.
+  // An empty one counts as unbounded, since JIT code may miss it.
   Backtracking const& endAlternative() {
     if (current.length == 0) current.loops = Backtracking::kUnbounded;
     done.ways += current.ways;
@@ -279,28 +277,28 @@ struct Group {
 };
 
 Backtracking repeated(Backtracking const& once, Item const& item) {
-  if (item.most == kNoLimit) return {1, Backtracking::kUnbounded, 1, 0};
-  double const most = item.most;
-  return {std::pow(once.ways, most) * (most - item.least + 1),
-          once.loops * item.most, once.length * most, once.passes * most};
+  if (item.max == kNoLimit) return {1, Backtracking::kUnbounded, 1, 0};
+  double const count = item.max;
+  return {std::pow(once.ways, count) * (count - item.min + 1),
+          once.loops * item.max, once.length * count, once.passes * count};
 }
 
-// Whether only all of a run of `item` leads on: nothing that can fail follows,
-// or a character that the item does not take.
-bool isOneWay(Item const& item, Item const* next, bool ignoreCase) {
+// Whether only the longest run of `item` can lead to a match: nothing follows,
+// or a character that the item cannot match.
+bool isDeterministic(Item const& item, Item const* next, bool ignoreCase) {
   if (next == nullptr) return true;
-  return next->kind == Kind::kCharacter && next->least != 0 &&
-         !takesCharacter(item.body, next->body.back(), ignoreCase);
+  return next->kind == Kind::kCharacter && next->min != 0 &&
+         !matchesCharacter(item.body, next->body.back(), ignoreCase);
 }
 
 Backtracking repeatedCharacter(Item const& item, Item const* next,
                                bool ignoreCase) {
   if (item.isOnce()) return {1, 0, 1, 0};
-  bool const leadsOn = isOneWay(item, next, ignoreCase);
-  if (item.most == kNoLimit) {
-    return {1, leadsOn ? 0U : 1U, item.least + 1.0, leadsOn ? 1.0 : 0.0};
+  bool const isFixedEnd = isDeterministic(item, next, ignoreCase);
+  if (item.max == kNoLimit) {
+    return {1, isFixedEnd ? 0U : 1U, item.min + 1.0, isFixedEnd ? 1.0 : 0.0};
   }
-  return {leadsOn ? 1.0 : item.most - item.least + 1.0, 0, 1.0 + item.most, 0};
+  return {isFixedEnd ? 1.0 : item.max - item.min + 1.0, 0, 1.0 + item.max, 0};
 }
 
 Backtracking backtracking(Items const& items, bool ignoreCase) {
@@ -313,7 +311,7 @@ Backtracking backtracking(Items const& items, bool ignoreCase) {
       groups.back().endAlternative();
     } else if (item.kind == Kind::kClose) {
       Backtracking group = groups.back().endAlternative();
-      group.length += kStepsOfGroup;
+      group.length += kStepsPerGroup;
       groups.pop_back();
       append(groups.back().current, repeated(group, item));
     } else {
@@ -326,14 +324,13 @@ Backtracking backtracking(Items const& items, bool ignoreCase) {
 
 // ---- RE2's syntax
 //
-// Each function appends to `out`, and returns why the pattern is not regular,
-// or null.
+// Each function appends to `out` and returns null, or why RE2 is unsuitable.
 
 char const* writeEscape(char c, bool inClass, std::string& out) {
   for (Class const& known : kClasses) {
     if ((c | 0x20) != known.escape) continue;
     if (!inClass) out += '[';
-    out += c == known.escape ? known.members : known.others;
+    out += c == known.escape ? known.members : known.complement;
     if (!inClass) out += ']';
     return nullptr;
   }
@@ -344,7 +341,7 @@ char const* writeEscape(char c, bool inClass, std::string& out) {
   return isCommon ? nullptr : "an uncommon escape";
 }
 
-bool isNameOfClass(std::string_view text) {
+bool isClassName(std::string_view text) {
   std::string_view const name = text.substr(0, text.find(":]"));
   return name.size() != text.size() &&
          std::all_of(name.begin(), name.end(),
@@ -360,7 +357,7 @@ char const* writeBody(std::string_view body, std::string& out) {
     } else {
       out += body[i];
       if (i == 0 || body.substr(i, 2) != "[:") continue;
-      if (!isNameOfClass(body.substr(i + 2))) reason = "an uncommon class";
+      if (!isClassName(body.substr(i + 2))) reason = "an uncommon class";
     }
   }
   return reason;
@@ -375,13 +372,13 @@ char const* write(Item const& item, std::string& out) {
   char const* const reason = writeBody(item.body, out);
   out += item.quantifier;
   if (reason != nullptr) return reason;
-  if (item.most == 0) return "a quantifier of zero";
+  if (item.max == 0) return "a quantifier of zero";
   bool const isPossessive =
       item.quantifier.size() > 1 && item.quantifier.back() == '+';
   return isPossessive ? "a possessive quantifier" : nullptr;
 }
 
-// With repetitions written out, as RE2 does before it compiles them.
+// With counted quantifiers expanded, as RE2 does before compiling.
 double sizeOf(Items const& items) {
   std::vector<double> groups(1);
   for (Item const& item : items) {
@@ -394,13 +391,13 @@ double sizeOf(Items const& items) {
       size = groups.back();
       groups.pop_back();
     }
-    groups.back() += size * std::max(isLoop(item) ? item.least : item.most, 1U);
+    groups.back() += size * std::max(isLoop(item) ? item.min : item.max, 1U);
   }
   return groups.back();
 }
 
-// RE2 folds the case of bytes beyond ASCII, and misses alternatives that begin
-// with the same ones.
+// RE2 folds the case of non-ASCII bytes, and misses alternatives that share a
+// prefix of them.
 bool isAscii(Item const& item) {
   return item.body.find("\\x") == std::string_view::npos &&
          std::all_of(item.body.begin(), item.body.end(), [](char c) {
@@ -408,7 +405,7 @@ bool isAscii(Item const& item) {
          });
 }
 
-void readWays(Items const& items, PatternFacts& facts) {
+void findStrategies(Items const& items, PatternFacts& facts) {
   std::string regular;
   for (Item const& item : items) {
     char const* const reason = write(item, regular);
@@ -421,7 +418,7 @@ void readWays(Items const& items, PatternFacts& facts) {
     return std::any_of(items.begin(), items.end(), is);
   };
   bool const varies = has([](Item const& item) {
-    return item.kind == Kind::kBar || item.least != item.most;
+    return item.kind == Kind::kBar || item.min != item.max;
   });
   facts.jitAgrees = !(varies && has(isLookbehind));
   if (has(isLookaround)) {
@@ -432,13 +429,13 @@ void readWays(Items const& items, PatternFacts& facts) {
   facts.hasLoopAndChoice = has(isLoop) && has(isChoice);
   facts.backtracking = backtracking(items, facts.ignoreCase);
   if (facts.backtracking.loops == Backtracking::kUnbounded) {
-    facts.reason = "backtracking without a bound";
+    facts.reason = "unbounded backtracking";
   }
   bool const foldsOrChooses = facts.ignoreCase || has([](Item const& item) {
                                 return item.kind == Kind::kBar;
                               });
   if (foldsOrChooses && !std::all_of(items.begin(), items.end(), isAscii)) {
-    facts.reason = "bytes beyond ASCII";
+    facts.reason = "non-ASCII bytes";
     return;
   }
   facts.regular = std::move(regular);
@@ -458,7 +455,7 @@ PatternFacts readPattern(std::vector<std::string_view> const& texts,
     if (items.back().kind == Kind::kUnknown) return facts;
   }
   if (items.empty()) return facts;
-  readWays(items, facts);
+  findStrategies(items, facts);
   unwrap(items);
   TextReader reader;
   for (Item const& item : items) reader.read(item);

@@ -9,35 +9,35 @@
 namespace QorCliMatching {
 namespace {
 
-constexpr std::size_t kLongestPattern = std::size_t{64} * 1024;  // bytes
-constexpr std::uint32_t kOffsetPairs = 1;                        // the match
+constexpr std::size_t kMaxPattern = std::size_t{64} * 1024;  // bytes
+constexpr std::uint32_t kOffsetPairs = 1;                    // the match
 
 constexpr std::size_t kFirstJitStack = std::size_t{32} * 1024;  // bytes
-constexpr std::size_t kMostJitStack = std::size_t{64} << 20;    // bytes
-constexpr std::uint32_t kMostHeap = 128 * 1024;                 // KiB
+constexpr std::size_t kMaxJitStack = std::size_t{64} << 20;     // bytes
+constexpr std::uint32_t kMaxHeap = 128 * 1024;                  // KiB
 
-// Between two callouts PCRE2 may look at all of the line. So between two looks
-// at the clock there are at most so many callouts, and so many bytes looked at:
-// some milliseconds either way.
-constexpr std::size_t kUnseenCallouts = 4096;
-constexpr std::size_t kUnseenBytes = 20'000'000;
+// PCRE2 may scan the whole line between two callouts. So these limit both the
+// callouts and the bytes scanned between two checks of the clock, to a few
+// milliseconds.
+constexpr std::size_t kCalloutsPerCheck = 4096;
+constexpr std::size_t kBytesPerCheck = 20'000'000;
 
-// A byte is looked at once for each range of a class; longer patterns may have
+// A byte is compared with each range of a class; longer patterns may have
 // larger classes.
 constexpr std::size_t kCheapPattern = 64;  // bytes
 
-// A repeated class goes over a line without a callout. So many comparisons take
+// A quantified class scans a line without a callout. This many comparisons take
 // half a second.
-constexpr std::size_t kUnseenComparisons = 500'000'000;
+constexpr std::size_t kMaxComparisons = 500'000'000;
 
-// Without callouts: what all steps between two looks go through. Each may copy
-// a frame, and look at all of the pattern and of the line.
-constexpr std::size_t kUnseenWork = 50'000'000;  // bytes
+// Without callouts: the work of all steps between two checks. Each may copy a
+// frame and scan the whole pattern and the whole line.
+constexpr std::size_t kWorkPerCheck = 50'000'000;  // bytes
 
 template <class T>
-T* required(T* made) {
-  if (made == nullptr) throw std::bad_alloc();
-  return made;
+T* required(T* object) {
+  if (object == nullptr) throw std::bad_alloc();
+  return object;
 }
 
 PCRE2_SPTR bytesOf(std::string_view text) {
@@ -53,29 +53,29 @@ PCRE2_SPTR bytesOf(std::string_view text) {
   throw PatternError(reinterpret_cast<char const*>(text) + place);
 }
 
-// PCRE2 looks for the other case of every character in a range of UTF-8's: up
-// to nine milliseconds for each hyphen.
+// In UTF-8, PCRE2 looks up the other case of every character in a range: up to
+// nine milliseconds for each hyphen.
 bool foldsTooMuch(std::string_view pattern, bool ignoreCase) {
-  constexpr std::ptrdiff_t mostRanges = 64;
+  constexpr std::ptrdiff_t maxRanges = 64;
   auto const has = [pattern](char const* text) {
     return pattern.find(text) != std::string_view::npos;
   };
   return has("(*UTF") && (ignoreCase || (has("(?") && has("i"))) &&
-         std::count(pattern.begin(), pattern.end(), '-') > mostRanges;
+         std::count(pattern.begin(), pattern.end(), '-') > maxRanges;
 }
 
-// Null when the pattern is refused for its size and may be; throws PatternError
-// otherwise.
+// Null if the pattern is too large and `mayBeTooLarge`. Throws PatternError on
+// any other failure.
 Pcre2Code compiled(std::string const& pattern, bool ignoreCase,
                    std::uint32_t options, bool mayBeTooLarge) {
   if (foldsTooMuch(pattern, ignoreCase)) {
-    throw PatternError("too many ranges that ignore case");
+    throw PatternError("too many case-insensitive ranges");
   }
   std::unique_ptr<pcre2_compile_context,
                   Pcre2Free<pcre2_compile_context_free>> const
       context(required(pcre2_compile_context_create(nullptr)));
   pcre2_set_newline(context.get(), PCRE2_NEWLINE_LF);
-  pcre2_set_max_pattern_length(context.get(), kLongestPattern);
+  pcre2_set_max_pattern_length(context.get(), kMaxPattern);
   int error = 0;
   PCRE2_SIZE offset = 0;
   Pcre2Code code(pcre2_compile(bytesOf(pattern), pattern.size(),
@@ -95,11 +95,12 @@ bool isShorter(std::string_view a, std::string_view b) {
 
 struct Items {
   std::string_view pattern;
-  std::size_t end = 0;  // of those so far
+  std::size_t end = 0;  // of the last item
   std::vector<std::string_view> items;
 };
 
-// The copies that a repeated group stands for come one after the other.
+// PCRE2 expands counted groups, so the same items come again: these are
+// skipped.
 extern "C" int addItem(pcre2_callout_enumerate_block* block, void* data) {
   auto* const all = static_cast<Items*>(data);
   if (block->pattern_position < all->end) return 0;
@@ -115,28 +116,28 @@ extern "C" int addItem(pcre2_callout_enumerate_block* block, void* data) {
   return 0;
 }
 
-// The JIT compiler keeps the memory of code that is gone, even when its library
-// is unloaded. Destroyed behind all objects that are made when they are needed.
+// The JIT compiler caches the memory of freed code, even when its library is
+// unloaded. Being constructed first, this is destroyed after all expressions.
 struct JitMemory {
   ~JitMemory() { pcre2_jit_free_unused_memory(nullptr); }
 } const jitMemory;
 
 struct Watch {
   TimeBudget& budget;
-  int& unseen;
-  int interval;
+  int& untilCheck;
+  int interval;  // callouts
 };
 
-extern "C" int lookAtClock(pcre2_callout_block*, void* data) {
+extern "C" int checkClock(pcre2_callout_block*, void* data) {
   auto* const watch = static_cast<Watch*>(data);
-  if (--watch->unseen > 0) return 0;
-  watch->unseen = watch->interval;
+  if (--watch->untilCheck > 0) return 0;
+  watch->untilCheck = watch->interval;
   return watch->budget.isSpent() ? PCRE2_ERROR_CALLOUT : 0;
 }
 
 }  // namespace
 
-bool takesCharacter(std::string_view item, char c, bool ignoreCase) {
+bool matchesCharacter(std::string_view item, char c, bool ignoreCase) {
   Pcre2Code const code = compiled(std::string(item), ignoreCase, 0, false);
   Pcre2MatchData const data(
       required(pcre2_match_data_create(kOffsetPairs, nullptr)));
@@ -145,11 +146,11 @@ bool takesCharacter(std::string_view item, char c, bool ignoreCase) {
 }
 
 PlainExpression::PlainExpression(std::string const& pattern, bool ignoreCase,
-                                 bool skipsStarts)
-    : code_(compiled(
-          pattern, ignoreCase,
-          PCRE2_NO_AUTO_CAPTURE | (skipsStarts ? 0U : PCRE2_NO_START_OPTIMIZE),
-          false)),
+                                 bool startOptimizations)
+    : code_(compiled(pattern, ignoreCase,
+                     PCRE2_NO_AUTO_CAPTURE |
+                         (startOptimizations ? 0U : PCRE2_NO_START_OPTIMIZE),
+                     false)),
       data_(required(pcre2_match_data_create(kOffsetPairs, nullptr))) {
   pcre2_jit_compile(code_.get(), PCRE2_JIT_COMPLETE);
 }
@@ -162,8 +163,8 @@ PlainExpression::Answer PlainExpression::match(std::string_view text,
   return status < 0 ? Answer::kUnknown : Answer::kMatch;
 }
 
-// Callouts make what is compiled several times as large. A pattern that does
-// not fit with them, but does without, is matched within a number of steps.
+// Callouts make the compiled pattern several times larger. A pattern that only
+// fits without them is matched with a match limit instead.
 TimedExpression::TimedExpression(std::string const& pattern, bool ignoreCase)
     : patternSize_(pattern.size()),
       hasVerbs_(pattern.find("(*") != std::string::npos ||
@@ -182,7 +183,7 @@ TimedExpression::TimedExpression(std::string const& pattern, bool ignoreCase)
   }
   pcre2_set_match_limit(context_.get(), UINT32_MAX);
   pcre2_set_depth_limit(context_.get(), UINT32_MAX);
-  pcre2_set_heap_limit(context_.get(), kMostHeap);
+  pcre2_set_heap_limit(context_.get(), kMaxHeap);
 }
 
 std::vector<std::string_view> TimedExpression::items(
@@ -194,23 +195,23 @@ std::vector<std::string_view> TimedExpression::items(
   return std::move(all.items);
 }
 
-bool TimedExpression::mayMatchNothing() const {
+bool TimedExpression::mayMatchEmpty() const {
   std::uint32_t may = 0;
   pcre2_pattern_info(code_.get(), PCRE2_INFO_MATCHEMPTY, &may);
   return may != 0;
 }
 
 bool TimedExpression::matches(std::string_view line, TimeBudget& budget) {
-  int const status = line.size() > kUnseenComparisons / (longestItem_ + 1)
+  int const status = line.size() > kMaxComparisons / (longestItem_ + 1)
                          ? PCRE2_ERROR_CALLOUT
-                     : hasCallouts_ ? matchUnderClock(line, budget)
-                                    : matchWithinSteps(line, budget);
+                     : hasCallouts_ ? matchWithCallouts(line, budget)
+                                    : matchWithMatchLimit(line, budget);
   if (status == PCRE2_ERROR_NOMATCH) return false;
   if (status == PCRE2_ERROR_CALLOUT) {
     throw PatternError("matching takes too long");
   }
   if (status < 0) fail(status, "");
-  // \K may let a match begin behind its end; it is what follows, then.
+  // \K may start a match after its end, where it lasts to the end of the line.
   PCRE2_SIZE const* const offsets = pcre2_get_ovector_pointer(data_.get());
   return offsets[0] != (offsets[0] > offsets[1] ? line.size() : offsets[1]);
 }
@@ -221,18 +222,18 @@ int TimedExpression::match(std::string_view line, std::size_t start,
                      data_.get(), context_.get());
 }
 
-int TimedExpression::matchUnderClock(std::string_view line,
-                                     TimeBudget& budget) {
-  if (usesJitCode_ && !std::exchange(hasJitCode_, true)) {
+int TimedExpression::matchWithCallouts(std::string_view line,
+                                       TimeBudget& budget) {
+  if (usesJitCode_ && !std::exchange(triedJitCode_, true)) {
     pcre2_jit_compile(code_.get(), PCRE2_JIT_COMPLETE);
   }
-  Watch watch{
-      budget, unseen_,
-      static_cast<int>(std::clamp<std::size_t>(
-          kUnseenBytes / (line.size() + 1) / (1 + patternSize_ / kCheapPattern),
-          1, kUnseenCallouts))};
-  unseen_ = std::min(unseen_, watch.interval);
-  pcre2_set_callout(context_.get(), lookAtClock, &watch);
+  Watch watch{budget, untilCheck_,
+              static_cast<int>(std::clamp<std::size_t>(
+                  kBytesPerCheck / (line.size() + 1) /
+                      (1 + patternSize_ / kCheapPattern),
+                  1, kCalloutsPerCheck))};
+  untilCheck_ = std::min(untilCheck_, watch.interval);
+  pcre2_set_callout(context_.get(), checkClock, &watch);
   int status = match(line, 0, 0);
   if (status == PCRE2_ERROR_JIT_STACKLIMIT && !stack_) {
     growJitStack();
@@ -242,17 +243,16 @@ int TimedExpression::matchUnderClock(std::string_view line,
                                               : status;
 }
 
-// One start offset after the other, so that the clock can be looked at. Where
-// that could make a difference, the line as a whole, with fewer steps from
-// each.
-int TimedExpression::matchWithinSteps(std::string_view line,
-                                      TimeBudget& budget) {
+// Matches one start offset at a time, so that the clock can be checked between
+// them. Verbs and \G need the line as a whole, with a lower match limit.
+int TimedExpression::matchWithMatchLimit(std::string_view line,
+                                         TimeBudget& budget) {
   std::size_t frame = 0;
   pcre2_pattern_info(code_.get(), PCRE2_INFO_FRAMESIZE, &frame);
   std::size_t const step = frame + patternSize_ + line.size();
   std::size_t const starts = hasVerbs_ ? line.size() + 1 : 1;
-  pcre2_set_match_limit(
-      context_.get(), static_cast<std::uint32_t>(kUnseenWork / step / starts));
+  pcre2_set_match_limit(context_.get(), static_cast<std::uint32_t>(
+                                            kWorkPerCheck / step / starts));
   int status = PCRE2_ERROR_NOMATCH;
   for (std::size_t start = 0;
        start <= line.size() && status == PCRE2_ERROR_NOMATCH; ++start) {
@@ -265,7 +265,7 @@ int TimedExpression::matchWithinSteps(std::string_view line,
 
 void TimedExpression::growJitStack() {
   stack_.reset(
-      required(pcre2_jit_stack_create(kFirstJitStack, kMostJitStack, nullptr)));
+      required(pcre2_jit_stack_create(kFirstJitStack, kMaxJitStack, nullptr)));
   pcre2_jit_stack_assign(context_.get(), nullptr, stack_.get());
 }
 

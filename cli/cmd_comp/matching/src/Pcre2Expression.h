@@ -15,12 +15,12 @@
 
 namespace QorCliMatching {
 
-// Gives back what PCRE2 has made.
+// Deleter for PCRE2's objects.
 template <auto free>
 struct Pcre2Free {
   template <class T>
-  void operator()(T* made) const {
-    free(made);
+  void operator()(T* object) const {
+    free(object);
   }
 };
 
@@ -32,26 +32,26 @@ using Pcre2MatchContext =
 using Pcre2JitStack =
     std::unique_ptr<pcre2_jit_stack, Pcre2Free<pcre2_jit_stack_free>>;
 
-// Whether `item`, a character, an escape or a class, takes `c`. Any thread.
-bool takesCharacter(std::string_view item, char c, bool ignoreCase);
+// Whether `item`, a character, an escape or a class, matches `c`. Any thread.
+bool matchesCharacter(std::string_view item, char c, bool ignoreCase);
 
-// A pattern that PCRE2 matches with JIT code that nothing interrupts: for those
-// whose backtracking is known to be little. Used by one thread at a time.
+// A pattern matched by PCRE2's JIT code, which cannot be interrupted: for
+// patterns with little backtracking. Used by one thread at a time.
 class PlainExpression {
  public:
   enum class Answer { kMatch, kNoMatch, kUnknown };
 
-  // `pattern` is valid and refers to no group. `skipsStarts`: PCRE2 looks for
-  // start offsets at which there may be a match, instead of trying all.
+  // `pattern` is valid and has no back references and subroutine calls.
+  // `startOptimizations`: PCRE2 skips start offsets at which no match can
+  // start.
   PlainExpression(std::string const& pattern, bool ignoreCase,
-                  bool skipsStarts);
+                  bool startOptimizations);
 
-  // Whether there is a match in `text` that begins at `from` or behind it:
-  // unknown without JIT code, and when the 32 KiB that it takes of the stack
-  // are too little.
+  // Whether there is a match in `text` that starts at or after `from`: unknown
+  // without JIT support, and when 32 KiB of JIT stack are not enough.
   Answer match(std::string_view text, std::size_t from = 0) const;
 
-  // Of the match that was found last: where it begins and ends.
+  // Byte offsets of the last match.
   std::size_t begin() const {
     return pcre2_get_ovector_pointer(data_.get())[0];
   }
@@ -62,48 +62,46 @@ class PlainExpression {
   Pcre2MatchData data_;
 };
 
-// A pattern that PCRE2 matches until time is up: any that it knows. Used by one
-// thread at a time.
+// Any pattern that PCRE2 accepts, matched with a time limit. Used by one thread
+// at a time.
 class TimedExpression {
  public:
-  // Throws PatternError when the pattern is malformed, or longer than 64 KiB:
-  // PCRE2's compiled form holds no more than that.
+  // Throws PatternError when the pattern is malformed or longer than 64 KiB,
+  // the limit of PCRE2's compiled form.
   TimedExpression(std::string const& pattern, bool ignoreCase);
 
-  // The items of `pattern`, which is that of the constructor. None when PCRE2
-  // does not tell, or reads some of its text for something else than items.
+  // The items of `pattern`, which is the one passed to the constructor. None if
+  // PCRE2 does not report them or they do not cover the whole pattern.
   std::vector<std::string_view> items(std::string_view pattern) const;
 
-  bool mayMatchNothing() const;
+  bool mayMatchEmpty() const;
 
-  // Lines are matched by JIT code from now on, where that is available, and not
-  // by the interpreter.
+  // Uses JIT code from now on, if it is available, and not the interpreter.
   void useJitCode() { usesJitCode_ = true; }
 
   // Whether the first match in `line` is not empty. Throws PatternError when
-  // `budget` is spent before that is known or would be between two looks at the
-  // clock, when it takes more than 128 MiB of memory, and when PCRE2 has a
-  // reason of its own not to answer.
+  // `budget` runs out first, or might between two checks of the clock, when
+  // matching takes more than 128 MiB of memory, and when PCRE2 fails.
   bool matches(std::string_view line, TimeBudget& budget);
 
  private:
   int match(std::string_view line, std::size_t start,
             std::uint32_t options) const;
-  int matchUnderClock(std::string_view line, TimeBudget& budget);
-  int matchWithinSteps(std::string_view line, TimeBudget& budget);
+  int matchWithCallouts(std::string_view line, TimeBudget& budget);
+  int matchWithMatchLimit(std::string_view line, TimeBudget& budget);
   void growJitStack();
 
   std::size_t patternSize_;  // bytes
   std::size_t longestItem_;  // bytes
-  bool hasVerbs_;            // or something else that spans start offsets
+  bool hasVerbs_;            // or \G: start offsets are not independent
   Pcre2Code code_;
   Pcre2MatchData data_;
   Pcre2MatchContext context_;
-  Pcre2JitStack stack_;  // none, until a line needs it
+  Pcre2JitStack stack_;  // null until a line needs it
   bool hasCallouts_ = true;
   bool usesJitCode_ = false;
-  bool hasJitCode_ = false;  // or there is none
-  int unseen_ = 0;           // callouts until the next look at the clock
+  bool triedJitCode_ = false;
+  int untilCheck_ = 0;  // callouts until the clock is next checked
 };
 
 }  // namespace QorCliMatching

@@ -13,13 +13,13 @@ namespace {
 constexpr std::size_t kNone = std::string_view::npos;
 constexpr char kCaseBit = 0x20;
 
-// Places that are looked at together, as vectors of the compiler's: it has them
-// on every processor.
+// Bytes compared at once, as the compiler's vector type, which it supports on
+// every processor.
 using Bytes = unsigned char __attribute__((vector_size(16)));
 using Words = std::array<std::uint64_t, sizeof(Bytes) / 8>;
 
-// Not as a result: without vector registers, that has another calling
-// convention.
+// An out parameter, because returning a vector has a different ABI without
+// vector registers.
 void load(Bytes& bytes, char const* place) {
   std::memcpy(&bytes, place, sizeof bytes);
 }
@@ -29,8 +29,7 @@ bool isLetter(char c) {
   return lower >= 'a' && lower <= 'z';
 }
 
-// How rare a byte is in what devices print: a guess that costs time where it is
-// wrong, but nothing else.
+// How rare a byte is in device output: a guess that only affects speed.
 std::size_t rarity(char c) {
   constexpr std::string_view commonFirst =
       " 0123456789etaoinsrcdlpmu:-.fhgbvkwyx";
@@ -47,33 +46,34 @@ std::size_t rarest(std::string const& text, std::size_t except) {
 
 }  // namespace
 
-TextSearch::TextSearch(std::string const& wanted, bool ignoreCase)
-    : wanted_(wanted), folds_(wanted.size(), '\0') {
-  for (std::size_t i = 0; ignoreCase && i < wanted_.size(); ++i) {
-    if (!isLetter(wanted_[i])) continue;
+TextSearch::TextSearch(std::string const& substring, bool ignoreCase)
+    : substring_(substring), folds_(substring.size(), '\0') {
+  for (std::size_t i = 0; ignoreCase && i < substring_.size(); ++i) {
+    if (!isLetter(substring_[i])) continue;
     folds_[i] = kCaseBit;
-    wanted_[i] = static_cast<char>(wanted_[i] | kCaseBit);
+    substring_[i] = static_cast<char>(substring_[i] | kCaseBit);
   }
-  first_ = rarest(wanted_, kNone);
-  second_ = rarest(wanted_, first_);
+  first_ = rarest(substring_, kNone);
+  second_ = rarest(substring_, first_);
 }
 
-bool TextSearch::standsAt(char const* place) const {
-  for (std::size_t i = 0; i < wanted_.size(); ++i) {
-    if ((place[i] | folds_[i]) != wanted_[i]) return false;
+bool TextSearch::matchesAt(char const* place) const {
+  for (std::size_t i = 0; i < substring_.size(); ++i) {
+    if ((place[i] | folds_[i]) != substring_[i]) return false;
   }
   return true;
 }
 
 std::size_t TextSearch::find(std::string_view text, std::size_t from) const {
-  Bytes const firstByte = Bytes{} + static_cast<unsigned char>(wanted_[first_]);
+  Bytes const firstByte =
+      Bytes{} + static_cast<unsigned char>(substring_[first_]);
   Bytes const firstFold = Bytes{} + static_cast<unsigned char>(folds_[first_]);
   Bytes const secondByte =
-      Bytes{} + static_cast<unsigned char>(wanted_[second_]);
+      Bytes{} + static_cast<unsigned char>(substring_[second_]);
   Bytes const secondFold =
       Bytes{} + static_cast<unsigned char>(folds_[second_]);
   std::size_t i = from;
-  for (; i + wanted_.size() - 1 + sizeof(Bytes) <= text.size();
+  for (; i + substring_.size() - 1 + sizeof(Bytes) <= text.size();
        i += sizeof(Bytes)) {
     char const* const place = text.data() + i;
     Words candidates;
@@ -88,25 +88,25 @@ std::size_t TextSearch::find(std::string_view text, std::size_t from) const {
     for (std::size_t word = 0; word < candidates.size(); ++word) {
       for (std::uint64_t left = le64toh(candidates[word]); left != 0;) {
         auto const byte = static_cast<std::size_t>(__builtin_ctzll(left)) / 8;
-        if (standsAt(place + 8 * word + byte)) return i + 8 * word + byte;
+        if (matchesAt(place + 8 * word + byte)) return i + 8 * word + byte;
         left &= ~(std::uint64_t{0xFF} << (8 * byte));
       }
     }
   }
-  return findCarefully(text, i);
+  return findBytewise(text, i);
 }
 
-std::size_t TextSearch::findCarefully(std::string_view text,
-                                      std::size_t from) const {
-  for (std::size_t i = from; i + wanted_.size() <= text.size(); ++i) {
-    if (standsAt(text.data() + i)) return i;
+std::size_t TextSearch::findBytewise(std::string_view text,
+                                     std::size_t from) const {
+  for (std::size_t i = from; i + substring_.size() <= text.size(); ++i) {
+    if (matchesAt(text.data() + i)) return i;
   }
   return kNone;
 }
 
-AnyTextSearch::AnyTextSearch(std::vector<std::string> const& wanted,
+AnyTextSearch::AnyTextSearch(std::vector<std::string> const& substrings,
                              bool ignoreCase) {
-  for (std::string const& text : wanted)
+  for (std::string const& text : substrings)
     searches_.emplace_back(text, ignoreCase);
   next_.resize(searches_.size());
 }

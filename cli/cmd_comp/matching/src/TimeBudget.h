@@ -5,17 +5,17 @@
 
 namespace QorCliMatching {
 
-// Processor time that the calling thread may spend. It runs from the first look
-// at the clock on. Used by one thread at a time.
+// Processor time that the calling thread may spend, counted from the first call
+// of left(). Used by one thread at a time.
 class TimeBudget {
  public:
   explicit TimeBudget(double seconds) : seconds_(seconds) {}
 
-  // Gives all of it back.
+  // Restores the whole budget.
   void restart() { isRunning_ = false; }
 
-  // What is left, in seconds: 0 or less when all is spent. Looks at the clock,
-  // which takes some 200 nanoseconds.
+  // The remaining seconds, 0 or less if none remain. Reads the clock, which
+  // takes about 200 nanoseconds.
   double left() {
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);

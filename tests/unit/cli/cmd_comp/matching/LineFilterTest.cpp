@@ -18,10 +18,10 @@ using Texts = std::vector<std::string>;
 constexpr LineFilter::Settings kNoSkipping{false, 1.0};
 constexpr LineFilter::Settings kNoTime{true, 0.0};
 
-// A pattern that is timed: the clock is looked at before each of its items.
+// Matched with the timed strategy, which checks the clock before each item.
 constexpr char kTimed[] = "(a)b\\1";
 
-// Writes down what is pushed, as "+line" and "-line".
+// Records pushed lines as "+line" (selected) and "-line".
 class RecordingSink : public LineSink {
  public:
   void selected(std::string_view lines) override { record('+', lines); }
@@ -68,7 +68,7 @@ TEST(LineFilterTest, PushesAllLinesInOrder) {
   }
 }
 
-TEST(LineFilterTest, PushesThemTheOtherWayRoundWhenInverted) {
+TEST(LineFilterTest, PushesInvertedSelection) {
   for (char const* pattern : {"b", "[b]", "b+|b\\d+", "(b)+", "b(?=)"}) {
     EXPECT_EQ((Texts{"+a", "-b1", "-b2", "+", "+c", "-ab", "+d"}),
               pushed(pattern, "a\nb1\nb2\n\nc\nab\nd\n", true))
@@ -76,7 +76,7 @@ TEST(LineFilterTest, PushesThemTheOtherWayRoundWhenInverted) {
   }
 }
 
-TEST(LineFilterTest, PushesLinesThatDoNotMatchTogether) {
+TEST(LineFilterTest, PushesUnmatchedLinesTogether) {
   LineFilter filter("b", false);
   RecordingSink sink;
   filter.filter("a\na\na\nb\nb\na\na\n", false, sink);
@@ -84,7 +84,7 @@ TEST(LineFilterTest, PushesLinesThatDoNotMatchTogether) {
   EXPECT_EQ(7U, sink.lines().size());
 }
 
-TEST(LineFilterTest, TakesTextBehindTheLastLineFeedForNoLine) {
+TEST(LineFilterTest, IgnoresTextAfterTheLastLineFeed) {
   for (LineFilter::Settings const& settings :
        {LineFilter::Settings(), kNoSkipping}) {
     EXPECT_EQ((Texts{"-a"}), pushed("b", "a\nb", false, settings));
@@ -104,13 +104,13 @@ TEST(LineFilterTest, FindsNoMatchAcrossLines) {
   EXPECT_EQ((Texts{"-xa", "+ay"}), pushed("\\ba", "xa\nay\n"));
 }
 
-TEST(LineFilterTest, KeepsItsOtherBytes) {
+TEST(LineFilterTest, PreservesAllBytes) {
   std::string const text = std::string("a\0b\r\n", 5) + "\xFF\xC3\n";
   EXPECT_EQ((Texts{"+" + std::string("a\0b\r", 4), "-\xFF\xC3"}),
             pushed("b", text));
 }
 
-TEST(LineFilterTest, ServesOneTextAfterTheOther) {
+TEST(LineFilterTest, FiltersSeveralTexts) {
   LineFilter filter("ab", false);
   for (int i = 0; i < 3; ++i) {
     RecordingSink sink;
@@ -120,7 +120,7 @@ TEST(LineFilterTest, ServesOneTextAfterTheOther) {
   }
 }
 
-TEST(LineFilterTest, KnowsWhatItIsFor) {
+TEST(LineFilterTest, KnowsItsPatternAndOption) {
   LineFilter const filter("ab", true);
   EXPECT_TRUE(filter.isFor("ab", true));
   EXPECT_FALSE(filter.isFor("ab", false));
@@ -129,7 +129,7 @@ TEST(LineFilterTest, KnowsWhatItIsFor) {
 
 // ---- Failures
 
-TEST(LineFilterTest, RefusesAPatternWithAReasonAndAnOffset) {
+TEST(LineFilterTest, RejectsAMalformedPatternWithReasonAndOffset) {
   try {
     LineFilter const filter("a(b", false);
     FAIL();
@@ -138,7 +138,7 @@ TEST(LineFilterTest, RefusesAPatternWithAReasonAndAnOffset) {
   }
 }
 
-TEST(LineFilterTest, FailsWhereTimeIsUp) {
+TEST(LineFilterTest, FailsOnTimeout) {
   for (char const* pattern : {kTimed, "ab(?=a)", "(*UTF)ab"}) {
     LineFilter filter(pattern, false, kNoTime);
     RecordingSink sink;
@@ -155,7 +155,7 @@ TEST(LineFilterTest, PushesTheLinesBeforeTheOneThatFails) {
   EXPECT_EQ((Texts{"-a", "+b", "-c", "-d"}), sink.lines());
 }
 
-TEST(LineFilterTest, NeedsNoTimeForWhatIsRegular) {
+TEST(LineFilterTest, NeedsNoBudgetForRegularPatterns) {
   EXPECT_EQ((Texts{"+ab", "-c"}), pushed("ab", "ab\nc\n", false, kNoTime));
   EXPECT_EQ((Texts{"+ab", "-c"}), pushed("(a|b)+", "ab\nc\n", false, kNoTime));
 }
@@ -168,7 +168,7 @@ class ThrowingSink : public LineSink {
   void unselected(std::string_view) override {}
 };
 
-TEST(LineFilterTest, LetsOutWhatTheSinkThrows) {
+TEST(LineFilterTest, PropagatesExceptionsOfTheSink) {
   LineFilter filter("b", false);
   ThrowingSink sink;
   EXPECT_THROW(filter.filter("a\nb\n", false, sink), std::runtime_error);
@@ -176,9 +176,8 @@ TEST(LineFilterTest, LetsOutWhatTheSinkThrows) {
 
 // ---- Skipping
 
-// Nearly every line has the text, then none, and the other way round: what is
-// found does not depend on whether it is looked for first.
-TEST(LineFilterTest, FindsTheSameWhereLookingForTheTextIsGivenUp) {
+// Dense, then sparse, and the reverse: the prefilter never changes the result.
+TEST(LineFilterTest, FindsTheSameWhenThePrefilterIsTurnedOff) {
   std::string const dense = repeated("has text 1\nhas text x\n", 300);
   std::string const sparse = repeated("has none\n", 600);
   std::string const one = "text 2\n";
@@ -195,8 +194,8 @@ TEST(LineFilterTest, FindsTheSameWhereLookingForTheTextIsGivenUp) {
   }
 }
 
-// Matching the first line would need time.
-TEST(LineFilterTest, MatchesNoLineWithoutARequiredText) {
+// Matching any line would exceed the budget.
+TEST(LineFilterTest, SkipsLinesWithoutARequiredText) {
   std::string const pattern = kTimed + std::string("cd");
   EXPECT_EQ((Texts{"-abaddd", "-x"}),
             pushed(pattern, "abaddd\nx\n", false, kNoTime));
@@ -204,8 +203,7 @@ TEST(LineFilterTest, MatchesNoLineWithoutARequiredText) {
   EXPECT_THROW(pushed(pattern, "abaddd\n", false, {false, 0.0}), PatternError);
 }
 
-// Each call tries anew.
-TEST(LineFilterTest, LooksForTheTextAgainInTheNextCall) {
+TEST(LineFilterTest, TurnsThePrefilterOnAgainInTheNextCall) {
   LineFilter filter("text \\d", false);
   for (int i = 0; i < 2; ++i) {
     RecordingSink dense;

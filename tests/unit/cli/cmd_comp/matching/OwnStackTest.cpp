@@ -21,12 +21,11 @@ constexpr std::size_t kKiB = 1024;         // bytes
 constexpr std::size_t kMiB = 1024 * kKiB;  // bytes
 constexpr std::size_t kSmallStack = 16 * kKiB;
 
-// With the address sanitizer, frames are several times as large.
+// AddressSanitizer makes frames several times larger.
 constexpr std::size_t kAlternateStack =
     (qor_test::kAddressSanitizer ? 16 : 1) * 32 * kKiB;
 
-// Where a variable of the caller's callee stands.
-[[gnu::noinline]] std::uintptr_t stackPlace() {
+[[gnu::noinline]] std::uintptr_t stackAddress() {
   return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
 }
 
@@ -34,7 +33,7 @@ std::uintptr_t distance(std::uintptr_t a, std::uintptr_t b) {
   return a < b ? b - a : a - b;
 }
 
-// Touches `bytes` of the stack, a page after the other.
+// Touches `bytes` of the stack, page by page.
 [[gnu::noinline]] std::size_t useStack(std::size_t bytes) {
   char volatile page[4 * kKiB];
   page[0] = 1;
@@ -42,26 +41,26 @@ std::uintptr_t distance(std::uintptr_t a, std::uintptr_t b) {
   return useStack(bytes - sizeof page) + static_cast<std::size_t>(page[0]);
 }
 
-// On a stack of its own there is room for that.
-bool usesMuchStack() {
+// Whether `onOwnStack` offers room for a deep recursion.
+bool recursesDeeply() {
   std::size_t pages = 0;
   onOwnStack([&] { pages = useStack(4 * kMiB); });
   return pages > 4 * kMiB / (4 * kKiB);
 }
 
-TEST(OwnStack, IsAnotherThanTheCallers) {
-  std::uintptr_t place = 0;
-  onOwnStack([&] { place = stackPlace(); });
-  EXPECT_GT(distance(place, stackPlace()), kMiB);
+TEST(OwnStack, DiffersFromTheCallers) {
+  std::uintptr_t address = 0;
+  onOwnStack([&] { address = stackAddress(); });
+  EXPECT_GT(distance(address, stackAddress()), kMiB);
 }
 
 TEST(OwnStack, IsTheSameInEachCall) {
-  std::vector<std::uintptr_t> places;
+  std::vector<std::uintptr_t> addresses;
   for (int i = 0; i < 3; ++i) {
-    onOwnStack([&] { places.push_back(stackPlace()); });
+    onOwnStack([&] { addresses.push_back(stackAddress()); });
   }
-  EXPECT_EQ(places[0], places[1]);
-  EXPECT_EQ(places[0], places[2]);
+  EXPECT_EQ(addresses[0], addresses[1]);
+  EXPECT_EQ(addresses[0], addresses[2]);
 }
 
 TEST(OwnStack, RunsANestedCallDirectly) {
@@ -69,10 +68,10 @@ TEST(OwnStack, RunsANestedCallDirectly) {
   std::uintptr_t outer = 0;
   std::uintptr_t inner = 0;
   onOwnStack([&] {
-    outer = stackPlace();
+    outer = stackAddress();
     order.push_back(1);
     onOwnStack([&] {
-      inner = stackPlace();
+      inner = stackAddress();
       order.push_back(2);
     });
     order.push_back(3);
@@ -107,10 +106,10 @@ TEST(OwnStack, CarriesExceptionsOfAnyType) {
 
 TEST(OwnStack, WorksAfterAnException) {
   for (int i = 0; i < 3; ++i) {
-    std::uintptr_t place = 0;
+    std::uintptr_t address = 0;
     EXPECT_THROW(onOwnStack([&] { throw Own{i}; }), Own);
-    onOwnStack([&] { place = stackPlace(); });
-    EXPECT_GT(distance(place, stackPlace()), kMiB);
+    onOwnStack([&] { address = stackAddress(); });
+    EXPECT_GT(distance(address, stackAddress()), kMiB);
   }
 }
 
@@ -143,8 +142,8 @@ TEST(OwnStack, CarriesExceptionsOutOfNestedCalls) {
   EXPECT_EQ(1, caught);
 }
 
-// The caller may be about to handle one itself.
-TEST(OwnStack, LeavesTheExceptionThatIsHandledAlone) {
+// The caller may be inside a catch clause.
+TEST(OwnStack, KeepsTheExceptionBeingHandled) {
   try {
     throw Own{1};
   } catch (Own const& own) {
@@ -157,22 +156,22 @@ TEST(OwnStack, LeavesTheExceptionThatIsHandledAlone) {
 
 // ---- Callers with little stack
 
-TEST(OwnStack, HasMuchRoom) { EXPECT_TRUE(usesMuchStack()); }
+TEST(OwnStack, AllowsDeepRecursion) { EXPECT_TRUE(recursesDeeply()); }
 
-TEST(OwnStack, HasMuchRoomForAThreadWithLittle) {
+TEST(OwnStack, AllowsDeepRecursionOnASmallThreadStack) {
   bool enough = false;
-  qor_test::runOnStackOf(kSmallStack, [&] { enough = usesMuchStack(); });
+  qor_test::runOnStackOf(kSmallStack, [&] { enough = recursesDeeply(); });
   EXPECT_TRUE(enough);
 }
 
-TEST(OwnStack, CarriesExceptionsToAThreadWithLittle) {
+TEST(OwnStack, CarriesExceptionsToASmallThreadStack) {
   EXPECT_THROW(qor_test::runOnStackOf(kSmallStack,
                                       [] { onOwnStack([] { throw Own{1}; }); }),
                Own);
 }
 
-// One call at a time, each on another thread.
-TEST(OwnStack, ServesOneThreadAfterTheOther) {
+// One call at a time, each from a different thread.
+TEST(OwnStack, ServesSeveralThreads) {
   int served = 0;
   for (int i = 0; i < 3; ++i) {
     std::thread([&] { onOwnStack([&] { ++served; }); }).join();
@@ -186,7 +185,7 @@ bool enoughInCoroutine = false;
 int yielded = 0;
 
 void runCoroutine() {
-  enoughInCoroutine = usesMuchStack();
+  enoughInCoroutine = recursesDeeply();
   ++yielded;
   swapcontext(&coroutine, &test);
   try {
@@ -196,7 +195,7 @@ void runCoroutine() {
   }
 }
 
-TEST(OwnStack, HasMuchRoomForACoroutine) {
+TEST(OwnStack, AllowsDeepRecursionInACoroutine) {
   std::vector<char> stack(kAlternateStack);
   ASSERT_EQ(0, getcontext(&coroutine));
   coroutine.uc_stack.ss_sp = stack.data();
@@ -206,8 +205,8 @@ TEST(OwnStack, HasMuchRoomForACoroutine) {
   ASSERT_EQ(0, swapcontext(&test, &coroutine));
   EXPECT_TRUE(enoughInCoroutine);
   EXPECT_EQ(1, yielded);
-  // Between the coroutine's calls, the stack serves another.
-  EXPECT_TRUE(usesMuchStack());
+  // The stack is free while the coroutine is suspended.
+  EXPECT_TRUE(recursesDeeply());
   ASSERT_EQ(0, swapcontext(&test, &coroutine));
   EXPECT_EQ(2, yielded);
 }
@@ -219,10 +218,10 @@ void handle(int) {
   stack_t current{};
   sigaltstack(nullptr, &current);
   onAlternateStack = (current.ss_flags & SS_ONSTACK) != 0;
-  enoughInHandler = usesMuchStack();
+  enoughInHandler = recursesDeeply();
 }
 
-TEST(OwnStack, HasMuchRoomForASignalHandlerOnItsStack) {
+TEST(OwnStack, AllowsDeepRecursionOnAnAlternateSignalStack) {
   std::vector<char> memory(kAlternateStack);
   stack_t alternate{};
   stack_t before{};

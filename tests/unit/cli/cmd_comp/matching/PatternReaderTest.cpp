@@ -95,7 +95,6 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{"a|b|c|d|e|f|g|h|i", {}, false}, TextRow{"(?=ab)", {}, false},
         TextRow{"(?!ab)", {}, false}, TextRow{"(?<=ab)", {}, false}));
 
-// Nothing is said of a pattern with something uncommon in it.
 INSTANTIATE_TEST_SUITE_P(
     Uncommon, RequiredText,
     testing::Values(
@@ -105,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{"ab(?(DEFINE)(?<n>c))", {}, false},
         TextRow{"ab(*ACCEPT)cd", {}, false}, TextRow{"ab|(?|cd)", {}, false}));
 
-TEST(RequiredTextWithoutCase, IsThatOfThePattern) {
+TEST(CaselessRequiredText, KeepsTheCaseOfThePattern) {
   for (PatternFacts const& facts :
        {factsOf("Link", true), factsOf("(?i)Link")}) {
     EXPECT_TRUE(facts.ignoreCase);
@@ -128,7 +127,7 @@ std::ostream& operator<<(std::ostream& out, RegularRow const& row) {
 
 class Regular : public testing::TestWithParam<RegularRow> {};
 
-TEST_P(Regular, IsWrittenInTheSyntaxOfRe2) {
+TEST_P(Regular, IsTranslatedToRe2) {
   EXPECT_EQ(GetParam().regular, factsOf(GetParam().pattern).regular);
 }
 
@@ -153,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
         RegularRow{"\\d\\w\\t\\.\\[", "\\d\\w\\t\\.\\["},
         RegularRow{"(?i)ab", "ab"}));
 
-// ---- Why RE2 is not for it
+// ---- Why RE2 is unsuitable
 
 struct ReasonRow {
   std::string pattern;
@@ -185,10 +184,10 @@ INSTANTIATE_TEST_SUITE_P(
                     ReasonRow{"(?<!a)b", "a lookaround"},
                     ReasonRow{"a\\Kb", "an uncommon escape"},
                     ReasonRow{"\\v", "an uncommon escape"},
-                    ReasonRow{"\\x41|b", "bytes beyond ASCII"},
-                    ReasonRow{"a|\xC3\xA4", "bytes beyond ASCII"},
+                    ReasonRow{"\\x41|b", "non-ASCII bytes"},
+                    ReasonRow{"a|\xC3\xA4", "non-ASCII bytes"},
 
-                    ReasonRow{"(?i)\xE4", "bytes beyond ASCII"}));
+                    ReasonRow{"(?i)\xE4", "non-ASCII bytes"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Uncommon, Irregular,
@@ -204,8 +203,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ReasonRow{"a{02}", "uncommon syntax"},
                     ReasonRow{"(?x)a b", "uncommon syntax"}));
 
-TEST(RegularPattern, HasAReasonWhereItsBacktrackingIsUnbounded) {
-  EXPECT_STREQ("backtracking without a bound", factsOf("(a|b)+c").reason);
+TEST(RegularPattern, HasAReasonIfBacktrackingIsUnbounded) {
+  EXPECT_STREQ("unbounded backtracking", factsOf("(a|b)+c").reason);
   EXPECT_STREQ("", factsOf("(a|b)c+").reason);
 }
 
@@ -232,7 +231,7 @@ TEST_P(BoundedBacktracking, IsCounted) {
   EXPECT_DOUBLE_EQ(GetParam().steps, backtracking.steps(kBytes));
 }
 
-// Each group adds three steps, to open and to close it.
+// Each group adds three steps for its parentheses.
 INSTANTIATE_TEST_SUITE_P(OnePath, BoundedBacktracking,
                          testing::Values(StepsRow{"a", 1}, StepsRow{"abc", 3},
                                          StepsRow{"^[ab].$", 4},
@@ -252,8 +251,7 @@ INSTANTIATE_TEST_SUITE_P(
                     StepsRow{"a?.", 2 * 3}, StepsRow{"a{2,4}.", 3 * 6},
                     StepsRow{"a{2,4}?.", 3 * 6}, StepsRow{"a?b?c", 2 * 5}));
 
-// One loop reaches over half of the line on average, two over a sixth of its
-// square.
+// One loop covers half of the line on average, two cover a sixth of its square.
 INSTANTIATE_TEST_SUITE_P(
     Loops, BoundedBacktracking,
     testing::Values(StepsRow{"a*.", 30 * 2}, StepsRow{"a+.", 30 * 3},
@@ -263,10 +261,10 @@ INSTANTIATE_TEST_SUITE_P(
                     StepsRow{"(a|b+)c", 2 * 30 * (2 + 3 + 1)},
                     StepsRow{"a+b?.", 2 * 30 * 5}));
 
-// Where the next character ends the run, or nothing follows, there is one way
-// through: all of it.
+// If nothing follows, or a character that ends the run, only the whole run can
+// match.
 INSTANTIATE_TEST_SUITE_P(
-    RunsThatEnd, BoundedBacktracking,
+    DeterministicRuns, BoundedBacktracking,
     testing::Values(StepsRow{"a*b", 2 + 30}, StepsRow{"a+b", 3 + 30},
                     StepsRow{"a?b", 3}, StepsRow{"\\d{1,3}\\.", 5},
                     StepsRow{"a?", 2}, StepsRow{"a{2,4}", 5},
@@ -281,7 +279,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class UnboundedBacktracking : public testing::TestWithParam<char const*> {};
 
-TEST_P(UnboundedBacktracking, IsSeen) {
+TEST_P(UnboundedBacktracking, IsDetected) {
   EXPECT_EQ(Backtracking::kUnbounded, factsOf(GetParam()).backtracking.loops);
 }
 
@@ -290,7 +288,7 @@ INSTANTIATE_TEST_SUITE_P(Loops, UnboundedBacktracking,
                                          "(a)+", "(a|b)*c", "(?:a+)+",
                                          "(ab){2,}"));
 
-// JIT code may miss matches of them.
+// JIT code may miss their matches.
 INSTANTIATE_TEST_SUITE_P(EmptyAlternatives, UnboundedBacktracking,
                          testing::Values("(1|)b*1", "(|a)b", "(a||b)c", "a|",
                                          "()a", "a(?:)", "(a(|b))c"));
@@ -299,12 +297,12 @@ INSTANTIATE_TEST_SUITE_P(NotKnown, UnboundedBacktracking,
                          testing::Values("", "a(?=b)", "(a)\\1", "(?>a)", "a++",
                                          "a\\K", "(*UTF)a"));
 
-// A character may be written with one digit.
+// One hexadecimal digit is enough.
 INSTANTIATE_TEST_SUITE_P(HexadecimalEscapes, UnboundedBacktracking,
                          testing::Values("\\x41+\\x41+\\x41+\\x41+",
                                          "\\x6+\\x6+\\x6+\\x6+"));
 
-// ---- What else is said
+// ---- Other facts
 
 struct FlagRow {
   std::string pattern;
@@ -317,7 +315,7 @@ std::ostream& operator<<(std::ostream& out, FlagRow const& row) {
 
 class JitAgrees : public testing::TestWithParam<FlagRow> {};
 
-TEST_P(JitAgrees, WhereNothingIsInThatMisleadsIt) {
+TEST_P(JitAgrees, UnlessThePatternHasUnsafeItems) {
   EXPECT_EQ(GetParam().holds, factsOf(GetParam().pattern).jitAgrees);
 }
 
@@ -333,7 +331,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class IsFixed : public testing::TestWithParam<FlagRow> {};
 
-TEST_P(IsFixed, WhereAllMatchesHaveTheSameLength) {
+TEST_P(IsFixed, IfAllMatchesHaveTheSameLength) {
   EXPECT_EQ(GetParam().holds, factsOf(GetParam().pattern).isFixed);
 }
 
@@ -351,7 +349,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class HasLoopAndChoice : public testing::TestWithParam<FlagRow> {};
 
-TEST_P(HasLoopAndChoice, WhereBothAreInThePattern) {
+TEST_P(HasLoopAndChoice, IfThePatternHasBoth) {
   EXPECT_EQ(GetParam().holds, factsOf(GetParam().pattern).hasLoopAndChoice);
 }
 
@@ -377,7 +375,7 @@ std::ostream& operator<<(std::ostream& out, ItemsRow const& row) {
 
 class Items : public testing::TestWithParam<ItemsRow> {};
 
-TEST_P(Items, AreWhatPcre2TakesThePatternApartInto) {
+TEST_P(Items, AreThoseOfPcre2) {
   TimedExpression const expression(GetParam().pattern, false);
   Texts items;
   for (std::string_view const item : expression.items(GetParam().pattern)) {
@@ -394,11 +392,11 @@ INSTANTIATE_TEST_SUITE_P(
         ItemsRow{"(a|b)*\\d", {"(", "a", "|", "b", ")*", "\\d"}},
         ItemsRow{"(?<n>a)(?=b)", {"(?<n>", "a", ")", "(?=", "b", ")"}},
         ItemsRow{"(?i)a", {"(?i)", "a"}},
-        // The copies of what is repeated are left out.
+        // Copies in expanded groups are skipped.
         ItemsRow{"(ab){3}c", {"(", "a", "b", "){3}", "c"}},
         ItemsRow{"((a){2}b){2}", {"(", "(", "a", "){2}", "b", "){2}"}}));
 
-INSTANTIATE_TEST_SUITE_P(NotAllIsItems, Items,
+INSTANTIATE_TEST_SUITE_P(NotOnlyItems, Items,
                          testing::Values(ItemsRow{"", {}},
                                          ItemsRow{"(*UTF)a", {}},
                                          ItemsRow{"\\Qab\\E", {}},

@@ -24,7 +24,7 @@ std::string lowerCased(std::string text) {
   return text;
 }
 
-std::size_t expectedPlace(std::string const& text, std::string const& wanted,
+std::size_t expectedIndex(std::string const& text, std::string const& wanted,
                           std::size_t from, bool ignoreCase) {
   return ignoreCase ? lowerCased(text).find(lowerCased(wanted), from)
                     : text.find(wanted, from);
@@ -36,8 +36,7 @@ class TextSearchTest : public testing::Test {
     return std::uniform_int_distribution<std::size_t>(0, count - 1)(random_);
   }
 
-  // Letters of both cases beside bytes that differ from others in the bit that
-  // tells the cases apart.
+  // Letters of both cases, and other bytes that differ only in the case bit.
   std::string text(std::size_t size) {
     std::string const bytes = "aaabAB@`[{0\x10\xC1\xE1\n";
     std::string result(size, ' ');
@@ -55,11 +54,11 @@ TEST_F(TextSearchTest, FindsWhatAPlainSearchFinds) {
     std::string const wanted = text(1 + below(4));
     std::size_t const from = below(searched.size() + 1);
     bool const ignoreCase = below(2) == 0;
-    std::size_t const place = expectedPlace(searched, wanted, from, ignoreCase);
-    ASSERT_EQ(place, TextSearch(wanted, ignoreCase).find(searched, from))
+    std::size_t const index = expectedIndex(searched, wanted, from, ignoreCase);
+    ASSERT_EQ(index, TextSearch(wanted, ignoreCase).find(searched, from))
         << testing::PrintToString(wanted) << " in "
         << testing::PrintToString(searched) << " from " << from;
-    if (place != std::string::npos) ++found;
+    if (index != std::string::npos) ++found;
   }
   EXPECT_GT(found, kCases / 5);
 }
@@ -79,7 +78,7 @@ TEST_F(TextSearchTest, FindsTheFirstOfSeveral) {
   }
 }
 
-TEST_F(TextSearchTest, FindsLongTextsToo) {
+TEST_F(TextSearchTest, FindsLongTexts) {
   int found = 0;
   for (int i = 0; i < kCases / 10; ++i) {
     std::string const searched = text(300);
@@ -88,18 +87,17 @@ TEST_F(TextSearchTest, FindsLongTextsToo) {
     std::size_t const from = below(200);
     std::string wanted = searched.substr(below(230), size);
     if (below(2) == 0) wanted[below(size)] = 'z';
-    std::size_t const place = expectedPlace(searched, wanted, from, ignoreCase);
-    ASSERT_EQ(place, TextSearch(wanted, ignoreCase).find(searched, from))
+    std::size_t const index = expectedIndex(searched, wanted, from, ignoreCase);
+    ASSERT_EQ(index, TextSearch(wanted, ignoreCase).find(searched, from))
         << testing::PrintToString(wanted) << " in "
         << testing::PrintToString(searched) << " from " << from;
-    if (place != std::string::npos) ++found;
+    if (index != std::string::npos) ++found;
   }
   EXPECT_GT(found, kCases / 100);
 }
 
-// Vectors of bytes are loaded up to the last place where the text can stand,
-// and not beyond.
-TEST_F(TextSearchTest, FindsTheLastPlaceOfAnyLength) {
+// The last vector load must not read past the end.
+TEST_F(TextSearchTest, FindsTheLastOccurrenceAtAnyLength) {
   for (std::size_t size = 2; size < 80; ++size) {
     std::vector<char> const searched = [size] {
       std::vector<char> bytes(size, 'x');
@@ -116,14 +114,14 @@ TEST_F(TextSearchTest, FindsTheLastPlaceOfAnyLength) {
   }
 }
 
-TEST(AnyTextSearchTest, FindsNothingWithoutTexts) {
+TEST(AnyTextSearchTest, FindsNothingWithoutSubstrings) {
   AnyTextSearch search({}, false);
   search.reset("a");
   EXPECT_TRUE(search.empty());
   EXPECT_EQ(std::string::npos, search.find(0));
 }
 
-TEST(AnyTextSearchTest, BeginsAnewWithAnotherText) {
+TEST(AnyTextSearchTest, StartsOverWithANewText) {
   AnyTextSearch search({"a", "b"}, true);
   EXPECT_FALSE(search.empty());
   search.reset("xxA");
@@ -133,7 +131,7 @@ TEST(AnyTextSearchTest, BeginsAnewWithAnotherText) {
   EXPECT_EQ(1U, search.find(0));
 }
 
-TEST(BeginOfLine, IsBehindTheLineFeedBefore) {
+TEST(BeginOfLine, FollowsThePreviousLineFeed) {
   std::string const text = "ab\n\ncd\n";
   std::size_t const expected[] = {0, 0, 0, 3, 4, 4, 4};
   for (std::size_t place = 0; place < text.size(); ++place) {
