@@ -14,7 +14,7 @@ docs_packages=(mandoc doxygen)
 tidy_packages=(git clang-tidy "${build_packages[@]}")
 asan_clang_packages=(clang libclang-rt-dev "${test_packages[@]}")
 release_clang_packages=(clang "${test_packages[@]}")
-install_packages=(clang debootstrap dpkg-dev file lintian python3
+install_packages=(clang debootstrap doxygen dpkg-dev file lintian python3
   "${build_packages[@]}")
 coverage_packages=(gcovr "${test_packages[@]}")
 fuzz_packages=(clang libclang-rt-dev libgtest-dev libgmock-dev
