@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build pkg-config libpoco-dev libpcre2-dev
 
 # What its tests need beyond that.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev python3
-  binutils graphviz mandoc strace time zsh)
+  binutils fish graphviz mandoc strace time zsh)
 
 # What each leg of script/check needs.
 format_packages=(git clang-format)

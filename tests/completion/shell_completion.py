@@ -4,8 +4,8 @@ what the shell makes of them.
 
     shell_completion.py --qorcli PATH --root DIR --plugin PATH SHELL
 
-SHELL is bash or zsh. It knows a function qorcli, which hands completion on to the
-engine and otherwise prints its arguments. A case is what is typed, with a tab
+SHELL is bash, zsh or fish. It knows a function qorcli, which hands completion on to
+the engine and otherwise prints its arguments. A case is what is typed, with a tab
 where that key is pressed, and what the function must print.
 """
 import argparse
@@ -23,7 +23,7 @@ LIMIT = 12  # seconds, for what takes milliseconds on an idle machine
 QUIET = 0.2  # seconds without output
 PROMPT = "ready> "
 
-FUNCTION = """
+PRINTS_ARGUMENTS = """
 PS1='$PROMPT'
 PATH=$FOLDER:$PATH
 qorcli() {
@@ -33,10 +33,25 @@ qorcli() {
   esac
 }
 """
+FISH_PRINTS_ARGUMENTS = """
+set -p PATH $FOLDER
+set fish_autosuggestion_enabled 0
+function fish_prompt; printf '$PROMPT'; end
+function qorcli
+  if contains -- --complete $argv
+    command qorcli $argv
+  else
+    printf '[%s]' $argv; printf '\\n'
+  end
+end
+"""
 SETUP = {
-    "bash": ("source $SCRIPTS/qorcli.bash\n",
+    "bash": (PRINTS_ARGUMENTS + "source $SCRIPTS/qorcli.bash\n",
              ["bash", "--noprofile", "--rcfile", "{rc}", "-i"]),
-    "zsh": ("fpath=($SCRIPTS $fpath)\nautoload -Uz compinit\ncompinit -u -D\n", ["zsh", "-i"]),
+    "zsh": (PRINTS_ARGUMENTS + "fpath=($SCRIPTS $fpath)\n"
+            "autoload -Uz compinit\ncompinit -u -D\n", ["zsh", "-i"]),
+    "fish": (FISH_PRINTS_ARGUMENTS + "source $SCRIPTS/qorcli.fish\n",
+             ["fish", "--no-config", "-C", "source {rc}"]),
 }
 
 CASES = [
@@ -44,8 +59,6 @@ CASES = [
     ("-c 's\tf\tex\td\t| fi\t--ig\tx'",
      "[-c][show file examples/device.log | filter --ignore x]"),
     ('-c "echo \\"a b\\" | fi\t-i x"', '[-c][echo "a b" | filter -i x]'),
-    # Outside quotes, one is opened.
-    ("-c sh\ttr\t'", "[-c][show tree ]"),
     # A finished word gets its blank.
     ("-c 'show\tf\tx'", "[-c][show file x]"),
     # Words agree up to here.
@@ -61,13 +74,27 @@ CASES = [
     ("--tim\t", "[--timing]"),
     ("--help-line 'show f\t'", "[--help-line][show file ]"),
     # A name with a blank stands in quotes.
-    ("-c 'show file $FOLDER/a\t| fi\tx'",
-     '[-c][show file "$FOLDER/a name" | filter x]'),
     ("-c 'show file \"$FOLDER/a n\t| fi\tx'",
      '[-c][show file "$FOLDER/a name" | filter x]'),
     # Nothing fits.
     ("-c 'bogus x\ty'", "[-c][bogus xy]"),
 ]
+# Outside quotes, one is opened; quotes are put around what is typed.
+QUOTES_ARE_PUT = [
+    ("-c sh\ttr\t'", "[-c][show tree ]"),
+    ("-c 'show file $FOLDER/a\t| fi\tx'",
+     '[-c][show file "$FOLDER/a name" | filter x]'),
+]
+CASES_OF = {
+    "bash": CASES + QUOTES_ARE_PUT,
+    "zsh": CASES + QUOTES_ARE_PUT,
+    # Outside quotes, and where they are put around what is typed, blanks are escaped.
+    "fish": CASES + [
+        ("-c sh\ttr\t", "[-c][show tree ]"),
+        ("-c 'show file $FOLDER/a\t--tim\t", '[-c][show file "$FOLDER/a name"][--timing]'),
+        ("--complete='show f\t'", "[--complete=show file ]"),
+    ],
+}
 
 # What bash's function offers: the words, which of them is being typed, and
 # whether the key is Tab (9) or Tab for the second time, which lists (63).
@@ -89,6 +116,47 @@ OFFERED = [
      ["x | shut-down ", "x | shut-down  "]),
     (["qorcli", "--mode", ""], 2, 9, []),
 ]
+
+
+# What fish offers behind a line, each with its help.
+OFFERED_BY_FISH = [
+    ("qorcli -c 'show ", ["show file \t() Print a file",
+                          "show tree \t() Draw all commands as a tree"]),
+    # A candidate that stands alone would close the quote.
+    ("qorcli -c 'SH", ["show \t() Print something that can be piped",
+                       "show file \t() Print a file",
+                       "show tree \t() Draw all commands as a tree"]),
+    ("qorcli -c 'ech", ["echo \t() Print a text", "echo  \t() Print a text"]),
+    ("qorcli -c 'echo ", ["echo \t<text>  The text to print",
+                          "echo  \t<text>  The text to print"]),
+    ("qorcli -c 'echo x", []),
+    # No help: neither is that of the option. What replaces the line ends it.
+    ("qorcli -c 'show file $FOLDER/", ['show file "$FOLDER/a name"',
+                                       'show file "$FOLDER/folder/',
+                                       'show file "$FOLDER/qorcli"']),
+    ("qorcli -c 'show file $FOLDER/f", ["show file $FOLDER/folder/"]),
+    ("qorcli -c 'show file \"$FOLDER/a", ['show file "$FOLDER/a name" ',
+                                          'show file "$FOLDER/a name" | \tPipe the output']),
+    ("qorcli -c 'echo \"a | \" | num", [
+        'echo "a | " | number \t() Print each line with its number in front',
+        'echo "a | " | number | \tPipe the output']),
+    ("qorcli --no", ["--no-pager\tNever show long output with a pager"]),
+    ("qorcli --plugin=$ODD -c 'x | shut", ["x | shut-down \tOdd",
+                                           "x | shut-down  \tOdd"]),
+    ("qorcli --plugin ~/folder/odd.so -c 'x | shut", ["x | shut-down \tOdd",
+                                                     "x | shut-down  \tOdd"]),
+    ("qorcli --mode ", []),
+    ("qorcli examples/", []),
+]
+
+
+def offered_by_fish(root, line, environment):
+    """Returns what fish offers."""
+    process = subprocess.run(
+        ["fish", "--no-config", "-c",
+         "source engine/completion/qorcli.fish; complete -C $argv[1]", line],
+        cwd=root, env=environment, stdout=subprocess.PIPE, text=True, check=False)
+    return process.stdout.splitlines()
 
 
 def offered(scripts, words, current, kind, environment):
@@ -153,34 +221,44 @@ def typed(shell, line):
     return found and found.group(1)
 
 
+def filled(text, arguments, folder):
+    """Replaces the names of places in a text."""
+    for name, value in (("$ODD", arguments.plugin), ("$FOLDER", folder),
+                        ("$PROMPT", PROMPT),
+                        ("$SCRIPTS", arguments.root / "engine/completion")):
+        text = text.replace(name, str(value))
+    return text
+
+
 def check_typed(arguments, environment, folder):
-    script, command = SETUP[arguments.shell]
+    setup, command = SETUP[arguments.shell]
     rc = pathlib.Path(folder) / ".zshrc"
-    names = {"$FOLDER": folder, "$PROMPT": PROMPT,
-             "$SCRIPTS": str(arguments.root / "engine/completion")}
-    text = FUNCTION + script
-    for name, value in names.items():
-        text = text.replace(name, value)
-    rc.write_text(text)
+    rc.write_text(filled(setup, arguments, folder))
     shell = Shell([part.format(rc=rc) for part in command], environment,
                   arguments.root)
     shell.wait_for(PROMPT)
     failures = 0
-    for line, expected in CASES:
-        for name, value in (("$ODD", str(arguments.plugin)), ("$FOLDER", folder)):
-            line, expected = line.replace(name, value), expected.replace(name, value)
+    for case in CASES_OF[arguments.shell]:
+        line, expected = (filled(text, arguments, folder) for text in case)
         failures += differs(line, expected, typed(shell, line))
     shell.end()
     return failures
 
 
-def check_offered(arguments, environment):
+def check_offered(arguments, environment, folder):
     failures = 0
-    for words, current, kind, expected in OFFERED:
-        words = [word.replace("$ODD", str(arguments.plugin)) for word in words]
-        found = offered(arguments.root / "engine/completion", words, current, kind,
-                        environment)
-        failures += differs((words, kind), expected, found)
+    if arguments.shell == "bash":
+        for words, current, kind, expected in OFFERED:
+            words = [filled(word, arguments, folder) for word in words]
+            failures += differs((words, kind), expected,
+                                offered(arguments.root / "engine/completion", words,
+                                        current, kind, environment))
+    elif arguments.shell == "fish":
+        for line, expected in OFFERED_BY_FISH:
+            line = filled(line, arguments, folder)
+            expected = [filled(text, arguments, folder) for text in expected]
+            failures += differs(line, expected,
+                                offered_by_fish(arguments.root, line, environment))
     return failures
 
 
@@ -200,13 +278,14 @@ def main():
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         (pathlib.Path(folder) / "a name").write_text("")
+        (pathlib.Path(folder) / "folder").mkdir()
+        (pathlib.Path(folder) / "folder/odd.so").symlink_to(arguments.plugin)
         (pathlib.Path(folder) / "qorcli").symlink_to(arguments.qorcli.resolve())
         environment = dict(os.environ, ZDOTDIR=folder, HOME=folder, TERM="dumb",
                            COLUMNS="500",
                            PATH=folder + os.pathsep + os.environ["PATH"])
         failures = check_typed(arguments, environment, folder)
-        if arguments.shell == "bash":
-            failures += check_offered(arguments, environment)
+        failures += check_offered(arguments, environment, folder)
     print(f"{arguments.shell}: {failures} failed")
     sys.exit(1 if failures else 0)
 

@@ -62,6 +62,15 @@ def of_zsh(text):
     return set(found)
 
 
+def of_fish(text):
+    """Those with a description: the help that stands beside them."""
+    found = set()
+    for row in re.findall(r"^complete -c qorcli (.*) -d '", text, re.M):
+        found |= {"-" + name for name in re.findall(r"-s ([a-z])", row)}
+        found |= {"--" + name for name in re.findall(r"-l ([a-z-]+)", row)}
+    return found
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--qorcli", type=pathlib.Path, required=True)
@@ -82,6 +91,8 @@ def main():
         "qorcli.bash": (of_bash(read("engine/completion/qorcli.bash")),
                         names(options) - COMMON),
         "_qorcli": (of_zsh(read("engine/completion/_qorcli")), names(options)),
+        "qorcli.fish": (of_fish(read("engine/completion/qorcli.fish")),
+                        names(options)),
     }
     wrong = False
     for name, (found, expected) in lists.items():

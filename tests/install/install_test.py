@@ -8,6 +8,7 @@ it empties first: whatever works there does not depend on where it was installed
 The other steps need it.
 
     engine        the engine runs and finds its plug-in
+    fish          fish finds the completion script
     find_package  the consumer builds with CMake and runs
     pkg_config    the consumer builds with pkg-config and runs
     text          the text commands build against what is installed
@@ -99,6 +100,16 @@ def engine(installed, _):
     installed.expect([qorcli, "-c", "echo x | filter x"], "x\n")
     installed.expect([qorcli, "-c", "echo x | filter y"], "")
     installed.expect([qorcli, "-c", "echo x | count"], "1\n")
+
+
+def fish(installed, _):
+    qorcli = installed.only("bin/qorcli")
+    with tempfile.TemporaryDirectory() as home:
+        installed.expect(
+            ["env", f"HOME={home}", f"PATH={qorcli.parent}:{os.environ['PATH']}",
+             f"XDG_DATA_DIRS={installed.prefix}/share",
+             "fish", "-c", "complete -C \"qorcli -c 'show \""],
+            "show file \t() Print a file\nshow tree \t() Draw all commands as a tree\n")
 
 
 # What the consumer prints: for each of its patterns the lines that match, and a
@@ -285,8 +296,8 @@ def version(installed, _):
 
 
 STEPS = {step.__name__: step for step in (
-    engine, find_package, pkg_config, text, example, exceptions, guides, headers,
-    version)}
+    engine, fish, find_package, pkg_config, text, example, exceptions, guides,
+    headers, version)}
 
 
 def main():
