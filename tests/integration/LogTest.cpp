@@ -1,11 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -39,34 +40,35 @@ MATCHER_P(HasInOrder, texts, "") {
 }
 
 // The log and the trace as they are written to a file. The facade reads its
-// settings once in a process, so each case runs in a process of its own.
+// settings once in a process, so each case runs in a fork of its own.
 class Log : public testing::Test {
  protected:
-  Log() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-  ~Log() override { unlink(path_.c_str()); }
+  Log() {
+    if (mkdtemp(folder_.data()) == nullptr) {
+      throw std::runtime_error("no temporary folder");
+    }
+  }
+  ~Log() override { std::filesystem::remove_all(folder_); }
 
   // Runs `steps` with the log level `level` and returns what was logged.
   std::string logOf(char const* level, std::function<void()> const& steps) {
-    unlink(path_.c_str());
+    std::string const path = folder_ + "/log";
     EXPECT_EXIT(
         {
           setenv("QOR_LOG_LEVEL", level, 1);
-          setenv("QOR_LOG_FILE", path_.c_str(), 1);
+          setenv("QOR_LOG_FILE", path.c_str(), 1);
           steps();
           std::exit(HasFailure() ? 1 : 0);
         },
         testing::ExitedWithCode(0), "");
-    std::ifstream file(path_);
+    std::ifstream file(path);
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();
   }
 
  private:
-  // A child that runs the test again must find the same name.
-  std::string path_ =
-      testing::TempDir() + "qor_log_test_" +
-      testing::UnitTest::GetInstance()->current_test_info()->name();
+  std::string folder_ = testing::TempDir() + "log-XXXXXX";
 };
 
 void refuseRegistration() {

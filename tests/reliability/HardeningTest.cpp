@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <stdio.h>
 
+#include <filesystem>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -16,15 +18,10 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
-class Hardening : public testing::TestWithParam<char const*> {
- protected:
-  static std::string readelf(std::string const& options);
-};
-
-// What readelf says about the built library.
-std::string Hardening::readelf(std::string const& options) {
+// What readelf says about a file.
+std::string readelf(std::string const& options, std::string const& path) {
   std::string const command =
-      QOR_READELF " --wide " + options + " '" + GetParam() + "'";
+      QOR_READELF " --wide " + options + " '" + path + "'";
   std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"),
                                              pclose);
   if (!pipe) throw std::runtime_error("readelf cannot be started");
@@ -44,6 +41,18 @@ std::vector<std::string> linesWith(std::string const& word,
   }
   return lines;
 }
+
+struct Built {
+  char const* name;
+  char const* path;
+};
+
+class Hardening : public testing::TestWithParam<Built> {
+ protected:
+  static std::string readelf(std::string const& options) {
+    return qor_test::readelf(options, GetParam().path);
+  }
+};
 
 TEST_P(Hardening, RelocatedDataBecomeReadOnly) {
   EXPECT_EQ(1U, linesWith("GNU_RELRO", readelf("--segments")).size());
@@ -93,12 +102,40 @@ TEST_P(Hardening, BuffersAreChecked) {
 #endif
 #endif
 
-INSTANTIATE_TEST_SUITE_P(Plugins, Hardening,
-                         testing::Values(QOR_CLI_PIPE_LIBRARY,
-                                         QOR_CLI_TEXT_LIBRARY),
-                         [](auto const& plugin) {
-                           return plugin.index == 0 ? "Pipe" : "Text";
+constexpr Built kShipped[] = {
+    {"Pipe", QOR_CLI_PIPE_LIBRARY},
+    {"Text", QOR_CLI_TEXT_LIBRARY},
+#if defined(QOR_COMMON_LIBRARY)
+    {"Runtime", QOR_COMMON_LIBRARY},
+#endif
+#if defined(QOR_ENGINE)
+    {"Engine", QOR_ENGINE},
+#endif
+};
+
+INSTANTIATE_TEST_SUITE_P(Shipped, Hardening, testing::ValuesIn(kShipped),
+                         [](auto const& built) {
+                           return std::string(built.param.name);
                          });
+
+// The loader takes an empty entry for the current folder, whose files anybody
+// may have put there.
+TEST(RunPath, HasNoEmptyEntryInAnyFileOfTheBuild) {
+  namespace fs = std::filesystem;
+  std::size_t files = 0;
+  for (char const* folder : {QOR_BUILD "/bin", QOR_BUILD "/lib"}) {
+    for (auto const& entry : fs::recursive_directory_iterator(folder)) {
+      fs::path const& path = entry.path();
+      if (!entry.is_regular_file() || path.extension() == ".a") continue;
+      ++files;
+      for (std::string const& line :
+           linesWith("path: [", readelf("--dynamic", path))) {
+        EXPECT_THAT(line, Not(ContainsRegex("\\[:|::|:]|\\[]"))) << path;
+      }
+    }
+  }
+  EXPECT_GE(files, std::size(kShipped));
+}
 
 }  // namespace
 }  // namespace qor_test
