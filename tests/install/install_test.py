@@ -251,6 +251,7 @@ def guides(installed, arguments):
         print(installed.run(
             sys.executable, arguments.source / "tests/docs/guide_test.py",
             "--qorcli", installed.only("bin/qorcli"), *of,
+            *(["--rewrite"] if arguments.rewrite else []),
             arguments.source / "docs" / guide), end="")
 
 
@@ -308,6 +309,8 @@ def main():
         parser.add_argument("--" + name, type=pathlib.Path, required=True)
     parser.add_argument("--cmake", default="cmake")
     parser.add_argument("--compiler", action="append")
+    parser.add_argument("--rewrite", action="store_true",
+                        help="what the guides show, as guide_test.py does")
     parser.add_argument("step", choices=["stage", *STEPS])
     arguments = parser.parse_args()
     try:
