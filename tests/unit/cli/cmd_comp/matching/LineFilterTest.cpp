@@ -148,11 +148,15 @@ TEST(LineFilterTest, FailsOnTimeout) {
 }
 
 TEST(LineFilterTest, PushesTheLinesBeforeTheOneThatFails) {
-  LineFilter filter("(*UTF)b", false);
-  RecordingSink sink;
-  EXPECT_THROW(filter.filter("a\nb\nc\nd\nb\xFF\nb\n", false, sink),
-               PatternError);
-  EXPECT_EQ((Texts{"-a", "+b", "-c", "-d"}), sink.lines());
+  for (bool const invert : {false, true}) {
+    LineFilter filter("(*UTF)b", false);
+    RecordingSink sink;
+    EXPECT_THROW(filter.filter("a\nb\nc\nd\nb\xFF\nb\n", invert, sink),
+                 PatternError);
+    EXPECT_EQ(invert ? (Texts{"+a", "-b", "+c", "+d"})
+                     : (Texts{"-a", "+b", "-c", "-d"}),
+              sink.lines());
+  }
 }
 
 TEST(LineFilterTest, NeedsNoBudgetForRegularPatterns) {

@@ -36,9 +36,10 @@ class TextSearchTest : public testing::Test {
     return std::uniform_int_distribution<std::size_t>(0, count - 1)(random_);
   }
 
-  // Letters of both cases, and other bytes that differ only in the case bit.
+  // The first and the last letters in both cases, and bytes beside them that
+  // differ only in the case bit.
   std::string text(std::size_t size) {
-    std::string const bytes = "aaabAB@`[{0\x10\xC1\xE1\n";
+    std::string const bytes = "aaabzABZ@`[{0\x10\xC1\xE1\n";
     std::string result(size, ' ');
     for (char& c : result) c = bytes[below(bytes.size())];
     return result;
