@@ -42,7 +42,7 @@ import time
 sys.dont_write_bytecode = True  # the source folder stays as it is
 from screen import Screen  # noqa: E402
 
-LIMIT = 12  # seconds, for what takes milliseconds on an idle machine
+LIMIT = 60  # seconds, for what takes milliseconds on an idle machine
 SETTLED = 1.0  # seconds without output, when rewriting
 NO_LINE_FEED = "\\ no line feed\n"
 CHUNK = 128 * 1024  # bytes
