@@ -21,13 +21,13 @@ std::string quotedList(std::vector<std::string> const& tokens) {
 
 }  // namespace
 
-// What one call of autoComplete asks for.
+// One call of autoComplete.
 struct ACKeyword::Request {
   std::string typed;    // the word to complete, lower-cased
-  bool emptyFirstWord;  // it is the line's first word and not yet begun
+  bool emptyFirstWord;  // it is the first word of the line, and empty
   bool help;
   QorCliModeEnum_1T mode;
-  QorCliCompletionToken_1T kind;  // what its position says of a candidate
+  QorCliCompletionToken_1T kind;  // of a candidate at this position
 };
 
 ACKeyword::ACKeyword(std::string const& keyword, std::string const& help,

@@ -9,14 +9,14 @@
 
 namespace QorCliUtilities {
 
-// The settings of a keyword. Unless told otherwise, it is visible and valid in
-// every mode, with and without a cursor, and no line may end with it.
+// The settings of a keyword. By default, it is visible and valid in every mode,
+// with and without a cursor, and no line may end with it.
 //
 //   KeywordSettings ignore{"-i|--ignore", "Ignore the case of letters"};
 //   ignore.splitAlternatives = true;
 //   ignore.completionToken = QOR_CLI_TOKEN_OPTION;
 //
-// Each means what the parameter of that name means in the constructors of
+// Each corresponds to the parameter of that name in the constructors of
 // ACKeyword and AutoCompleteNode.
 struct KeywordSettings {
   std::string keyword;
@@ -34,22 +34,22 @@ struct KeywordSettings {
 
 // A node for a fixed word of a command.
 //
-// Matches the whole word in any letter case; abbreviations count only in
-// completion. The word may be a list of spellings. Created with
+// Matches the whole word in any letter case; completion also accepts
+// abbreviations. The word may be a list of spellings. Created with
 // VALIDATION_KEYWORD. Ownership and threads are as for every node.
 class ACKeyword : public AutoCompleteNode {
  public:
   // `keyword` is kept in lower case. `help` is the text shown beside it.
-  // `completionToken`: QOR_CLI_TOKEN_OPTION is passed on to the candidates of
-  // alternatives and of variant completion; with any other value, candidates
-  // say whether they complete a begun word or follow the line.
-  // `splitAlternatives`: `keyword` is a list of spellings separated by "|", of
-  // which those that begin with "-" are offered as completions.
-  // `offerWhenEmpty`: offered even before its first letter is typed as the
-  // first word of a line (outside QOR_CLI_MODE_EXEC; there it always is).
-  // `variantCompletion`: offered as an option is, in the first sort group.
-  // `requiresCursor`, `forbidsCursor`: the keyword is there only while the
-  // session has a cursor, or has none; with both, it never is.
+  // `completionToken`: QOR_CLI_TOKEN_OPTION is the kind of candidates for
+  // alternatives and variant completion; with any other value, the kind says
+  // whether a candidate completes the last word or follows the line.
+  // `splitAlternatives`: `keyword` is a list of spellings separated by "|";
+  // completion offers those that begin with "-".
+  // `offerWhenEmpty`: as the first word of a line, offered even before its
+  // first letter is typed (always the case in QOR_CLI_MODE_EXEC).
+  // `variantCompletion`: offered like an option, in the first sort group.
+  // `requiresCursor`, `forbidsCursor`: the keyword exists only while the
+  // session has a cursor, or has none; with both, never.
   // The other arguments are those of AutoCompleteNode. All are copied.
   ACKeyword(std::string const& keyword, std::string const& help,
             std::set<unsigned> modes, bool potentialTerminalNode, bool hidden,
@@ -57,16 +57,16 @@ class ACKeyword : public AutoCompleteNode {
             bool offerWhenEmpty, bool variantCompletion, bool requiresCursor,
             bool forbidsCursor);
 
-  // The same, with named settings, which are copied.
+  // The same with named settings, which are copied.
   explicit ACKeyword(KeywordSettings const& settings);
 
-  // The word as it is kept: in lower case, a list of spellings as a whole.
+  // The word in lower case, or the whole list of spellings.
   std::string keyword() const override;
 
-  // Offers the keyword when it begins with the word at `position`, and moves
-  // `position` on by one; does nothing when the keyword is hidden or not there
-  // for the session's cursor. `lastToken`, `endsWithSpace` and `output` make no
-  // difference. Throws Error "Autocomplete keyword past end of token list",
+  // Offers the keyword when it begins with the word at `position`, and
+  // increments `position`; does nothing when the keyword is hidden or excluded
+  // by the session's cursor. Ignores `lastToken`, `endsWithSpace` and `output`.
+  // Throws Error "Autocomplete keyword past end of token list",
   // "Autocomplete keyword called on intermediate node" when `position` is
   // neither that of the last token nor the number of tokens, or "Autocomplete
   // keyword not valid for mode". Returns 0.
@@ -76,11 +76,11 @@ class ACKeyword : public AutoCompleteNode {
                    std::vector<AutoCompleteResult>& results,
                    IOutput& output) override;
 
-  // Whether the token at `position` is the keyword; moves `position` on by one,
-  // also when it is not. Leaves `position` alone when the keyword is not there
-  // for the session's cursor, which is no match, and when, `executing`, the
-  // node has VALIDATION_NONE, which is one. Throws Error "isMatch keyword past
-  // end of token list" or "isMatch keyword not valid for mode".
+  // Whether the token at `position` is the keyword; increments `position` in
+  // either case. Leaves `position` alone and returns false when the session's
+  // cursor excludes the keyword; leaves it alone and returns true when
+  // `executing` and the node has VALIDATION_NONE. Throws Error "isMatch keyword
+  // past end of token list" or "isMatch keyword not valid for mode".
   bool isMatch(CliApiContext& ctx, std::vector<std::string> const& tokens,
                unsigned& position, IOutput& output, bool executing) override;
 
@@ -88,10 +88,10 @@ class ACKeyword : public AutoCompleteNode {
   std::string toString() const override;       // as keyword()
   std::string toShortString() const override;  // likewise
 
-  // The help text in a mode: the same in all of them, in this class.
+  // The help text in `mode`; in this class, the same in every mode.
   virtual std::string helpText(QorCliModeEnum_1T mode) const;
 
-  // Whether a cursor stands for no cursor: null or "".
+  // Whether `cursor` means no cursor: null or "".
   static bool isGhost(char const* cursor);
 
  private:

@@ -13,8 +13,8 @@ ACOptions::ACOptions(Grammar const& grammar, std::set<unsigned> modes,
                        false),
       grammar_(grammar) {}
 
-// The tree completes the first word behind the keyword as a word; it asks for
-// what follows several only when told that the last one was matched.
+// The tree completes the first word after the keyword like any other; after
+// several, it asks what follows only if this node reports its last element.
 bool ACOptions::isMatch(CliApiContext& context,
                         std::vector<std::string> const& tokens, unsigned& pos,
                         IOutput&, bool executing) {

@@ -16,7 +16,7 @@ constexpr int kNothingToOffer = -1;
 
 }  // namespace
 
-// One request, and what is offered in answer to it.
+// Adds the candidates for one request.
 class ACOptions::Offer {
  public:
   Offer(Reading const& reading, Grammar const& grammar, bool endsWithSpace,
@@ -73,7 +73,7 @@ class ACOptions::Offer {
                    QOR_CLI_TOKEN_NEXT_WORD, results_);
   }
 
-  // Where the line may end. Sorts where the last argument does.
+  // Offers "<cr>" if the line may end. Sorts like the last argument.
   void addReturn() const {
     if (!reading_.mayEnd) return;
     auto const& all = grammar_.arguments();
@@ -83,7 +83,7 @@ class ACOptions::Offer {
         kReturn, kReturnHelp, QOR_CLI_TOKEN_NEXT_WORD, results_);
   }
 
-  // What may stand behind the words.
+  // Offers what may follow the line.
   void next() const {
     QorCliCompletionToken_1T const token =
         endsWithSpace_ ? QOR_CLI_TOKEN_NEXT_WORD : QOR_CLI_TOKEN_OPTION;
@@ -151,7 +151,7 @@ void ACOptions::removeOption(OptionForms& forms, std::string const& word) {
   forms.erase(otherForm);
 }
 
-// What was typed as the value of an option is not used up.
+// A word typed as the value of an option does not use up an option.
 OptionForms ACOptions::unusedForms(
     std::vector<WordRole> const& roles,
     std::vector<std::string> const& tokens) const {
@@ -173,9 +173,9 @@ OptionForms ACOptions::formsBeginningWith(OptionForms const& forms,
   return found;
 }
 
-// The place of a word depends on all words before it. One that is invalid
-// there leaves nothing to offer; the last one may still become something else,
-// as long as there is no blank behind it.
+// The role of a word depends on all words before it. An invalid word leaves
+// nothing to offer, except the last one, which may still be incomplete unless a
+// blank follows it.
 ACOptions::Reading ACOptions::read(std::vector<std::string> const& tokens,
                                    bool endsWithSpace, bool helpRequest) const {
   Reading reading;

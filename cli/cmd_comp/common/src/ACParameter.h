@@ -10,8 +10,8 @@
 
 namespace QorCliUtilities {
 
-// A node for a word that the operator chooses: any word, a number within
-// bounds, or one of some words.
+// A node for a word that the operator chooses: any word, a number in a range,
+// or one of a list of words.
 //
 //   ACParameter(Parameter::number("<id>", "The number of the port", 1, 48),
 //               true)
@@ -21,20 +21,20 @@ namespace QorCliUtilities {
 class ACParameter : public AutoCompleteNode {
  public:
   // A visible node. `potentialTerminalNode`: a command line may end here.
-  // `modes`: where the node is valid.
+  // `modes`: the modes in which the node is valid.
   ACParameter(Parameter parameter, bool potentialTerminalNode,
               std::set<unsigned> modes = {QOR_CLI_MODE_ANY});
 
-  // Whether the parameter accepts the token at `position`, which is moved on by
-  // one. A token that begins with a dash is accepted when it is the dash alone.
-  // Throws Error "isMatch parameter past end of token list" or "isMatch
-  // parameter not valid for mode". `output` and `executing` are ignored.
+  // Whether the parameter accepts the token at `position`, which is
+  // incremented. Of tokens that begin with a dash, only a single dash is
+  // accepted. Throws Error "isMatch parameter past end of token list" or
+  // "isMatch parameter not valid for mode". Ignores `output` and `executing`.
   bool isMatch(CliApiContext& context, std::vector<std::string> const& tokens,
                unsigned& position, IOutput& output, bool executing) override;
 
-  // Offers what the token at `position` may become, or what may follow the
-  // line when there is none; moves `position` on by one and returns 0. Throws
-  // Error "Autocomplete parameter not valid for mode".
+  // Offers completions of the token at `position`, or what may follow the line
+  // if there is none; increments `position` and returns 0. Throws Error
+  // "Autocomplete parameter not valid for mode".
   int autoComplete(CliApiContext& context,
                    std::vector<std::string> const& tokens,
                    std::string const& lastToken, unsigned& position,

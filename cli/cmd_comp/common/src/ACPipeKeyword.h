@@ -9,12 +9,12 @@
 namespace QorCliUtilities {
 
 // The keyword of a pipe command: an ACKeyword that is always offered as the
-// first word and always of the kind QOR_CLI_TOKEN_PIPE_COMMAND; the
+// first word, as a candidate of the kind QOR_CLI_TOKEN_PIPE_COMMAND. The
 // constructors ignore `completionToken` and `offerWhenEmpty`.
 class ACPipeKeyword : public ACKeyword {
  public:
-  // A plain keyword with a help text, valid in `modes`; `potentialTerminalNode`
-  // says that the command needs no further word.
+  // A visible keyword with a help text, valid in `modes`.
+  // `potentialTerminalNode`: the command needs no further word.
   ACPipeKeyword(std::string const& keyword, std::string const& help,
                 std::set<unsigned> modes, bool potentialTerminalNode);
 

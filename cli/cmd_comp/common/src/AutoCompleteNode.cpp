@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kRootKeyword[] = "Root";
 
-[[noreturn]] void refuseValueSemantics() { throw Error("Hit private code", 0); }
+[[noreturn]] void rejectValueSemantics() { throw Error("Hit private code", 0); }
 
 bool equalIgnoringAsciiCase(char a, char b) {
   auto const folded = [](char c) {
@@ -36,15 +36,15 @@ AutoCompleteNode::AutoCompleteNode(std::set<unsigned> modes,
       validationType_(validationType) {}
 
 AutoCompleteNode::AutoCompleteNode(AutoCompleteNode const&) {
-  refuseValueSemantics();
+  rejectValueSemantics();
 }
 
 AutoCompleteNode& AutoCompleteNode::operator=(AutoCompleteNode const&) {
-  refuseValueSemantics();
+  rejectValueSemantics();
 }
 
 bool AutoCompleteNode::operator==(AutoCompleteNode const&) const {
-  refuseValueSemantics();
+  rejectValueSemantics();
 }
 
 std::string AutoCompleteNode::keyword() const {

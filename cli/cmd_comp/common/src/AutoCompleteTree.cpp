@@ -6,8 +6,8 @@
 namespace QorCliUtilities {
 namespace {
 
-// The nodes of a path that have been neither linked nor deleted yet. Deletes
-// them when an exception ends the merge.
+// Owns the nodes of a path that are not linked yet, and deletes them when the
+// merge throws.
 class PathOwner {
  public:
   PathOwner(std::vector<AutoCompleteNode*> const& path, std::size_t first)
@@ -110,7 +110,7 @@ void AutoCompleteTree::deleteTree() {
   trace.exit();
 }
 
-// The depth of the recursion is that of the tree: the longest command in words.
+// Recurses as deep as the tree: the words of the longest command.
 void AutoCompleteTree::deleteSearch(AutoCompleteNode* node) {
   if (node == nullptr) return;
   OperationTrace const trace;

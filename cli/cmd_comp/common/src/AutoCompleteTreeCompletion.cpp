@@ -10,7 +10,7 @@ namespace {
 
 constexpr char kReturnCandidate[] = "<cr>";
 
-// One request, as every node of the walk is asked for its answer.
+// One completion or help request.
 struct Request {
   AutoCompleteTree& tree;
   CliApiContext& context;
@@ -25,7 +25,7 @@ struct Request {
     return node.isMatch(context, tokens, position, output, false);
   }
 
-  // Takes the position by value: what a node does to it stays with the node.
+  // Takes the position by value: its callers ignore how a node changes it.
   int offer(AutoCompleteNode& node, unsigned position) const {
     return node.autoComplete(context, tokens, lastToken, position,
                              endsWithSpace, help, results, output);
@@ -46,9 +46,8 @@ struct Request {
     return node.isLastMultiTokenElement(context);
   }
 
-  // Whether the last word is finished as far as `node` is concerned, so that
-  // the node itself has nothing to add to it.
-  bool wordIsFinished(AutoCompleteNode const& node) const {
+  // Whether `node` considers the last word complete.
+  bool isComplete(AutoCompleteNode const& node) const {
     return endsWithSpace && !node.internalSpacesAllowed();
   }
 
@@ -57,7 +56,7 @@ struct Request {
   }
 };
 
-// A multi-token node that begins before the last token.
+// Asks a multi-token node that starts before the last token.
 void completeMultiToken(Request const& request, AutoCompleteNode& node,
                         unsigned position) {
   QOR_CLI_TRACE("We found multi token node.");
@@ -74,7 +73,7 @@ void completeMultiToken(Request const& request, AutoCompleteNode& node,
     request.tree.addCRtoOutput(request.results);
 }
 
-// A multi-token node that matched the last token; `position` is behind it.
+// Asks a multi-token node that matched the last token, just before `position`.
 void completeMultiTokenAtEnd(Request const& request, AutoCompleteNode& node,
                              unsigned position) {
   QOR_CLI_TRACE("We found multi token node.");
@@ -86,18 +85,18 @@ void completeMultiTokenAtEnd(Request const& request, AutoCompleteNode& node,
   }
 }
 
-// What an ordinary node that matched the last token, at `position`, adds itself
-// before its children are asked.
+// Asks an ordinary node that matched the last token, at `position`, before its
+// children are asked.
 int completeMatched(Request const& request, AutoCompleteNode& node,
                     unsigned position) {
-  bool const finished = request.wordIsFinished(node);
-  if (request.help) return finished ? 0 : request.offer(node, position);
+  bool const complete = request.isComplete(node);
+  if (request.help) return complete ? 0 : request.offer(node, position);
   if (!node.potentialTerminalNode()) {
     if (node.isHidden() || !node.internalSpacesAllowed()) return 0;
     return request.offer(node, position);
   }
   int result = 0;
-  if (!finished) {
+  if (!complete) {
     result = request.offer(node, position);
     if (request.offersReturn(node) && position < request.tokens.size()) {
       request.tree.removeOutput(request.results, request.tokens[position],
@@ -108,8 +107,8 @@ int completeMatched(Request const& request, AutoCompleteNode& node,
   return result;
 }
 
-// The children of a node that matched the last token. Unlike the walk above
-// them, they are filtered by mode only.
+// Asks the children of a node that matched the last token. Unlike the search,
+// filters them by mode only.
 int completeChildren(Request const& request, AutoCompleteNode const& node,
                      unsigned position, int result) {
   for (AutoCompleteNode* child : node.children()) {
@@ -166,8 +165,8 @@ int AutoCompleteTree::autocomplete(CliApiContext& context,
                                            helpRequest));
 }
 
-// Unlike execution, the walk goes down every branch that fits. The depth of the
-// recursion is that of the tree, whatever the line.
+// Unlike execution, searches every matching branch. Recurses as deep as the
+// tree, whatever the line.
 int AutoCompleteTree::autocompleteSearch(
     AutoCompleteNode* node, CliApiContext& context,
     std::vector<std::string> const& tokens, std::string const& lastToken,
@@ -183,17 +182,17 @@ int AutoCompleteTree::autocompleteSearch(
     QOR_CLI_TRACE("Checking child %u: %s", i, child->keyword().c_str());
     if (!isCommandAuthorized(child, context)) continue;
     if (!child->isValidForMode(context.getMode())) continue;
-    unsigned behind = position;
+    unsigned next = position;
     if (tokens.empty()) {
       result = request.offer(*child, position);
     } else if (position + std::size_t{1} == tokens.size()) {
       result = request.validate(*child, position);
     } else if (child->isMultiTokenNode()) {
       completeMultiToken(request, *child, position);
-    } else if (request.matches(*child, behind)) {
+    } else if (request.matches(*child, next)) {
       QOR_CLI_TRACE("We found exact match node '%s' ",
                     child->toString().c_str());
-      result = request.search(*child, behind);
+      result = request.search(*child, next);
     }
   }
   return trace.exitWith(result);
@@ -207,19 +206,19 @@ int AutoCompleteTree::autocompleteValidation(
   OperationTrace const trace;
   Request const request{*this,   context, tokens,        lastToken,
                         results, output,  endsWithSpace, helpRequest};
-  unsigned behind = position;
-  if (!request.matches(*node, behind)) {
-    if (!request.wordIsFinished(*node)) request.offer(*node, position);
+  unsigned next = position;
+  if (!request.matches(*node, next)) {
+    if (!request.isComplete(*node)) request.offer(*node, position);
     return trace.exitWith(0);
   }
   QOR_CLI_TRACE("We found last token exact matches node '%s' ",
                 node->toString().c_str());
   if (node->isMultiTokenNode()) {
-    completeMultiTokenAtEnd(request, *node, behind);
+    completeMultiTokenAtEnd(request, *node, next);
     return trace.exitWith(0);
   }
   int const result = completeMatched(request, *node, position);
-  return trace.exitWith(completeChildren(request, *node, behind, result));
+  return trace.exitWith(completeChildren(request, *node, next, result));
 }
 
 void AutoCompleteTree::removeOutput(std::vector<AutoCompleteResult>& results,

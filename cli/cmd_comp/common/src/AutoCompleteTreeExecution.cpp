@@ -4,11 +4,11 @@
 namespace QorCliUtilities {
 namespace {
 
-// The one multi-token node that may be left before its last element: it takes
-// any number of tokens, so the end of the line is as good an end as any.
+// The only multi-token node that may end before its last element: it matches
+// any number of tokens, so it may end with the line.
 constexpr char kOpenEndedKeyword[] = "MultiParms";
 
-// One line being executed, as every step of the walk needs it.
+// The execution of one line.
 struct Execution {
   AutoCompleteTree& tree;
   CliApiContext& context;
@@ -30,9 +30,9 @@ struct Execution {
                                   commandMatchCount, output);
   }
 
-  // Lets a multi-token node match tokens from `position` on until it says that
-  // its last element was matched, or the line ends. False when the node refuses
-  // a token or the line ends too early.
+  // Matches tokens from `position` on with a multi-token node until it reports
+  // its last element or the line ends. False if the node rejects a token or the
+  // line ends too early.
   bool matchesMultiToken(AutoCompleteNode& node, unsigned position) const {
     while (position < tokens.size()) {
       if (!matches(node, position)) return false;
@@ -49,9 +49,9 @@ struct Execution {
     return validate(node, position);
   }
 
-  // A node that swallowed the whole rest of the line without ending a command
-  // is searched one token back, so that a greedy node followed by a keyword
-  // still finds the keyword.
+  // If a node consumed the rest of the line and no command ends there, its
+  // children are searched from the last token, so that a keyword after a greedy
+  // node is still found.
   int tryOrdinaryNode(AutoCompleteNode& node, unsigned position) const {
     if (!matches(node, position)) return 0;
     QOR_CLI_TRACE("We found exact match node '%s'", node.toString().c_str());
@@ -95,11 +95,10 @@ int AutoCompleteTree::execute(CliApiContext& context,
       executeSearch(root_, context, tokens, 0, commandMatchCount, output));
 }
 
-// The walk takes the first child, in stored order, that leads to a command;
-// whether one did is told by the match counter alone, since a command may
-// return anything.
+// Takes the first child, in stored order, that leads to a command. Only the
+// match counter tells whether one did, since a command may return anything.
 //
-// The depth of the recursion is that of the tree, whatever the line.
+// Recurses as deep as the tree, whatever the line.
 int AutoCompleteTree::executeSearch(AutoCompleteNode* node,
                                     CliApiContext& context,
                                     std::vector<std::string> const& tokens,

@@ -8,12 +8,12 @@
 namespace QorCliUtilities {
 namespace {
 
-constexpr QorReturnT kNotOffered = -1;
+constexpr QorReturnT kNotSupported = -1;
 
 template <class Function, class... Arguments>
 QorReturnT forward(Function function, QorCliApiContext_5* record,
                    Arguments... arguments) {
-  return function == nullptr ? kNotOffered : function(record, arguments...);
+  return function == nullptr ? kNotSupported : function(record, arguments...);
 }
 
 [[noreturn]] void throwNotImplemented(char const* operation) {
@@ -60,7 +60,7 @@ char const* CliApiContext5::getPrompt() const {
 
 QorReturnT CliApiContext5::setPrompt() {
   OperationTrace const trace;
-  if (record_->setPrompt == nullptr) return trace.exitWith(kNotOffered);
+  if (record_->setPrompt == nullptr) return trace.exitWith(kNotSupported);
   if (!promptPending_) return trace.exitWith(0);
   QorReturnT const status = record_->setPrompt(record_, promptString_.c_str());
   if (status == 0) promptPending_ = false;
@@ -169,7 +169,7 @@ Poco::SharedPtr<CliApiContext> CliApiContext5::clone() const {
   OperationTrace const trace;
   auto copy = std::make_unique<CliApiContext5>(record_);
   copy->setActionId(actionId_);
-  // SharedPtr does not free its argument when it cannot allocate its counter.
+  // SharedPtr leaks its argument if it cannot allocate its counter.
   Poco::SharedPtr<CliApiContext> shared(copy.get());
   static_cast<void>(copy.release());
   trace.exit();

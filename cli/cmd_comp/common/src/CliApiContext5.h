@@ -12,14 +12,12 @@ namespace QorCliUtilities {
 //
 // Getters read the record; setTxHandle, setMode, setExclusiveUse and
 // setLastStatus write it; the other setters call the record's function of the
-// same name and return what that returned, or -1 without a call when the
-// function pointer is null. The action id and the waiting prompt are kept here,
-// not in the record.
+// same name and return its result, or -1 if the function pointer is null. The
+// action id and the pending prompt are stored here, not in the record.
 //
 // The record is not owned and must outlive the context and its clones. Over a
-// null record only get_v5() to get_v8(), operator bool, the action id,
-// setPromptString and clone() may be used. Not safe for use by two threads at
-// once.
+// null record, only get_v5() to get_v8(), operator bool, the action id,
+// setPromptString and clone() may be used. Used by one thread at a time.
 class CliApiContext5 : public CliApiContext {
  public:
   explicit CliApiContext5(QorCliApiContext_5* record);
@@ -31,9 +29,9 @@ class CliApiContext5 : public CliApiContext {
   void setActionId(unsigned actionId) override;
   QorReturnT setCursor(char const* cursor) override;
   char const* getPrompt() const override;
-  // Returns -1 when the record cannot set a prompt; otherwise 0 when none is
-  // waiting; otherwise what the record's function returned. A prompt that could
-  // not be sent keeps waiting and is sent again by the next call.
+  // Returns -1 if the record cannot set a prompt, 0 if none is pending, and
+  // otherwise the result of the record's function. A prompt that could not be
+  // sent stays pending for the next call.
   QorReturnT setPrompt() override;
   void setPromptString(char const* prompt) override;
   QorReturnT setOutput(unsigned index, unsigned count, unsigned actionId,
@@ -65,8 +63,8 @@ class CliApiContext5 : public CliApiContext {
   void setLastStatus(QorReturnT status) override;
   QorReturnT getLastStatus() const override;
 
-  // Not available in version 5: each throws std::runtime_error with a text that
-  // names the operation.
+  // Not available in version 5: each throws std::runtime_error, which names the
+  // operation.
   QorReturnT getSessionProperties(
       unsigned actionId,
       std::vector<SessionProperty>& properties) const override;

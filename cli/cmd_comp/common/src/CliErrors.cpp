@@ -5,11 +5,11 @@
 
 namespace {
 
-template <class... Pieces>
-std::string joined(Pieces const&... pieces) {
+template <class... Parts>
+std::string joined(Parts const&... parts) {
   std::ostringstream text;
   text.imbue(std::locale::classic());  // counts without grouping
-  (text << ... << pieces);
+  (text << ... << parts);
   return text.str();
 }
 

@@ -5,10 +5,10 @@
 
 // The catalogue of messages that CLI commands show to the operator.
 //
-// Each function returns one ready text without a line end. Text arguments are
-// NUL-terminated, must not be null and are inserted as they are; counts are
-// written in decimal. Nothing is kept between calls; callable from any thread.
-// The spelling and the spacing of the texts are part of the interface.
+// Each function returns a complete text without a line feed. Text arguments are
+// NUL-terminated, must not be null and are inserted verbatim; counts are
+// decimal. Stateless; callable from any thread. The spelling and the spacing of
+// the texts are part of the interface.
 namespace CliErrors {
 
 // Transactions.
@@ -61,7 +61,7 @@ std::string unrecognizedObjectTypeForDelete(char const* type);
 
 }  // namespace CliErrors
 
-// As the functions of CliErrors, but in no namespace.
+// Like the functions of CliErrors, but in the global namespace.
 std::string cardinalityCheckError(char const* className);
 
 #endif

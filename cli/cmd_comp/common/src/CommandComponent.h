@@ -8,8 +8,8 @@
 
 namespace QorCliUtilities {
 
-// A component that is made of pipe commands, and a plug-in that is made of the
-// component:
+// A component that consists of pipe commands, and a plug-in that consists of
+// the component:
 //
 //   class Head : public LineProcessor { ... };
 //   class Unique : public LineProcessor { ... };
@@ -20,12 +20,12 @@ namespace QorCliUtilities {
 //   QOR_CLI_ENTRY_POINTS(TextComp)
 //
 // Each of `Processors` is a class for makePipeCommand() (PipeCommand.h).
-// `kName` is the name of the component, which no other component that is loaded
-// may have, and of its command module.
+// `kName` names the component and its command module; it must be unique among
+// all loaded components.
 //
-// No call throws. An exception of a command is reported to the operator; any
-// other is written to the system log, at severity 4, and the call returns -1.
-// One call at a time.
+// No call throws. Exceptions of commands are reported to the operator; others
+// are written to the system log at severity 4, and the call returns -1. One
+// call at a time.
 template <class Component, class... Processors>
 class CommandComponent : public Qor::Singleton<Component> {
  public:
@@ -33,7 +33,7 @@ class CommandComponent : public Qor::Singleton<Component> {
     (commands_.add(makePipeCommand<Processors>()), ...);
   }
 
-  // The life cycle of the plug-in, as LibraryEntry.h has it.
+  // The life cycle of the plug-in, as in LibraryEntry.h.
   static QorReturnT initialise(QorMgmtSpiInterfacePortalAccessor* accessor) {
     return answerWithoutThrowing([accessor] {
       CommandComponent& self = Component::instance();
@@ -69,7 +69,7 @@ class CommandComponent : public Qor::Singleton<Component> {
 }  // namespace QorCliUtilities
 
 // Defines the two entry points of a plug-in that consists of `Component`, a
-// CommandComponent. Stands once in a plug-in, outside of any namespace.
+// CommandComponent. Use it once in a plug-in, outside any namespace.
 #define QOR_CLI_ENTRY_POINTS(Component)                              \
   QorReturnT qorLCMinit(QorMgmtSpiInterfacePortalAccessor* accessor, \
                         char const*) {                               \

@@ -11,7 +11,7 @@
 namespace QorCliUtilities {
 namespace {
 
-constexpr QorReturnT kRefused = -1;
+constexpr QorReturnT kRejected = -1;
 
 }  // namespace
 
@@ -64,7 +64,7 @@ QorReturnT CommandSet::answer(CliApiContext& context,
       canAnswer(context, action.commandMatchCount) ? answerWithoutThrowing([&] {
         return answerPipeAction(tree_, context, action);
       })
-                                                   : kRefused;
+                                                   : kRejected;
   if (status != 0 && action.kind == QOR_CLI_ACTION_EXECUTE) {
     forgetRun(action.id);
   }
@@ -74,7 +74,7 @@ QorReturnT CommandSet::answer(CliApiContext& context,
 QorReturnT CommandSet::complete(CliApiContext& context,
                                 unsigned actionId) noexcept {
   OperationTrace const trace;
-  QorReturnT result = canAnswer(context) ? 0 : kRefused;
+  QorReturnT result = canAnswer(context) ? 0 : kRejected;
   if (result == 0) {
     for (auto const& command : commands_) {
       QorReturnT const status = answerWithoutThrowing([&] {
@@ -90,7 +90,7 @@ QorReturnT CommandSet::complete(CliApiContext& context,
   return trace.exitWith(result);
 }
 
-// A part of the tree must not be taken for all of it.
+// A partly built tree must not pass for a complete one.
 void CommandSet::fillTree() {
   if (tree_.readyForUse()) return;
   try {

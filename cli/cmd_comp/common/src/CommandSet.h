@@ -11,12 +11,11 @@
 
 namespace QorCliUtilities {
 
-// Writes the reason of the exception that is being handled to the system log;
-// without memory it is dropped.
+// Writes the reason of the current exception to the system log at severity 4,
+// or drops it if memory runs out. Called within a catch clause.
 void logException() noexcept;
 
-// Returns what `call` returns, or -1, with an error in the system log, when it
-// throws.
+// Returns the result of `call`, or -1 if it throws; logs the exception then.
 template <class Call>
 QorReturnT answerWithoutThrowing(Call const& call) noexcept {
   try {
@@ -27,36 +26,36 @@ QorReturnT answerWithoutThrowing(Call const& call) noexcept {
   }
 }
 
-// The commands of a component, their tree, and how they answer the engine:
-// CommandComponent without the types of its commands. One call at a time.
+// The commands of a component and their tree: the part of CommandComponent that
+// does not depend on the command types. One call at a time.
 class CommandSet {
  public:
-  // Adds a command, which is not null. Before initialise() only. Throws Error
-  // when there is one with its keyword, in any letter case.
+  // Adds a command, which is not null. Only before initialise(). Throws Error
+  // if another command has the same keyword, in any letter case.
   void add(std::unique_ptr<PipeCommand> command);
 
-  // Fills the tree and registers `component`, which is not owned and must stay
-  // valid until terminate(). Returns 0, -1 when the framework offers no portal,
-  // or what it returned when it refused the component. Throws what the
-  // framework throws, and std::bad_alloc; can be called again then.
+  // Builds the tree and registers `component`, which is not owned and must stay
+  // valid until terminate(). Returns 0, -1 if the framework has no portal, or
+  // the framework's status if it rejects the component. Throws what the
+  // framework throws, and std::bad_alloc; may then be called again.
   QorReturnT initialise(QorMgmtSpiInterfacePortalAccessor* accessor,
                         QorMgmtSpiComponent_1* component);
 
-  // Empties the tree, ends all runs and unregisters `component`. The set can be
-  // initialised again. Returns 0. Throws what the framework throws, when all
-  // else is done.
+  // Empties the tree, discards all runs and unregisters `component`, in this
+  // order. The set can be initialised again. Returns 0. Throws what the
+  // framework throws.
   QorReturnT terminate(QorMgmtSpiComponent_1* component);
 
-  // Ends all runs, which print nothing more. Returns 0.
+  // Discards all runs, which print nothing more. Returns 0.
   QorReturnT stop();
 
-  // Answers a call of useModule. Returns what answerPipeAction() returns, or
-  // -1 when it throws. An execution that fails ends the run of its action.
+  // Answers a call of useModule. Returns the result of answerPipeAction(), or
+  // -1 if it throws. A failed execution discards the run of its action.
   QorReturnT answer(CliApiContext& context, PipeAction const& action) noexcept;
 
-  // Lets each command finish the action, whose input is complete, and emits
-  // what it prints then. Returns 0, or -1 when a command fails or the call
-  // cannot be answered. The action has no run afterwards in either case.
+  // Finishes the action's runs, now that its input is complete, and emits what
+  // they print. Returns 0, or -1 if a command fails or the call cannot be
+  // answered. In either case, no run of the action remains.
   QorReturnT complete(CliApiContext& context, unsigned actionId) noexcept;
 
  private:

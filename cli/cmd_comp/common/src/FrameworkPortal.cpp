@@ -6,19 +6,19 @@ namespace QorCliUtilities {
 namespace {
 
 constexpr char kPortalVersion[] = "1";
-constexpr QorReturnT kRefused = -1;
+constexpr QorReturnT kRejected = -1;
 
 }  // namespace
 
 QorReturnT FrameworkPortal::fetch(QorMgmtSpiInterfacePortalAccessor* accessor) {
   if (accessor == nullptr || accessor->getPortal == nullptr) {
     QOR_CLI_LOG_ERROR("No portal accessor.");
-    return kRefused;
+    return kRejected;
   }
   portal_ = accessor->getPortal(kPortalVersion);
   if (portal_ == nullptr || portal_->registerComponent == nullptr) {
     QOR_CLI_LOG_ERROR("No interface portal.");
-    return kRefused;
+    return kRejected;
   }
   return 0;
 }

@@ -5,23 +5,23 @@
 
 namespace QorCliUtilities {
 
-// The framework's portal, through which a plug-in registers its components and
-// unregisters them. Fetched once, when the plug-in is initialised.
+// The framework's portal, with which a plug-in registers and unregisters its
+// components. Fetched once, when the plug-in is initialised.
 //
-// The portal belongs to the framework. To be used from the thread that
-// initialises and terminates the plug-in.
+// The framework owns the portal. Used only on the thread that initialises and
+// terminates the plug-in.
 class FrameworkPortal {
  public:
-  // Fetches the portal. Returns 0, or -1, with an error in the system log, when
-  // the accessor, the portal or a function that is needed of them is null.
+  // Fetches the portal. Returns 0, or -1 with an error in the system log if the
+  // accessor, the portal or one of their required functions is null.
   QorReturnT fetch(QorMgmtSpiInterfacePortalAccessor* accessor);
 
   // Registers `component`, whose record must stay valid until it is
-  // unregistered. To be called after fetch() has returned 0 only. Returns what
-  // the framework returned.
+  // unregistered. Requires a successful fetch(). Returns the framework's
+  // status.
   QorReturnT registerComponent(QorMgmtSpiComponent_1* component) const;
 
-  // Unregisters `component`, whether it was registered or not. Does nothing
+  // Unregisters `component`, even if it was never registered. Does nothing
   // without a portal.
   void unregisterComponent(QorMgmtSpiComponent_1* component) const;
 

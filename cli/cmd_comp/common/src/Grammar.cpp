@@ -11,7 +11,6 @@
 namespace QorCliUtilities {
 namespace {
 
-// What is wrong with `word` in its role.
 Problem problemWith(WordRole const& role, std::string const& word) {
   using Kind = Problem::Kind;
   if (role.parameter != nullptr && !role.parameter->accepts(word)) {
@@ -65,7 +64,7 @@ unsigned Arguments::number(std::string const& name, unsigned otherwise) const {
   return decimalNumber(*digits);
 }
 
-// The value that counts, or null.
+// The last value typed, or null.
 std::string const* Arguments::find(std::string const& name) const {
   void const* const what =
       grammar_ != nullptr ? grammar_->named(name) : nullptr;
@@ -90,14 +89,15 @@ void Grammar::checkArguments() const {
   for (auto argument = arguments_.begin(); argument != arguments_.end();
        ++argument) {
     std::string const& name = argument->placeholder();
-    if (!argument->exists()) throw Error("An argument does not exist", 0);
+    if (!argument->exists())
+      throw Error("An argument is an empty parameter", 0);
     for (auto earlier = arguments_.begin(); earlier != argument; ++earlier) {
       if (Poco::icompare(earlier->placeholder(), name) == 0) {
         throw Error("Two arguments are named " + name, 0);
       }
       if (argument->isRequired() && !earlier->isRequired()) {
         throw Error(
-            "The required argument " + name + " is behind an optional one", 0);
+            "The required argument " + name + " follows an optional one", 0);
       }
     }
   }
@@ -136,7 +136,7 @@ Option const* Grammar::optionNamed(std::string const& word) const {
 std::vector<WordRole> Grammar::roles(
     std::vector<std::string> const& tokens) const {
   std::vector<WordRole> roles;
-  Option const* awaiting = nullptr;  // its value comes next
+  Option const* awaiting = nullptr;  // the option whose value comes next
   roles.reserve(tokens.size());
   auto argument = arguments_.begin();
   for (std::size_t i = 1; i < tokens.size(); ++i) {
@@ -191,14 +191,14 @@ Problem Grammar::parse(std::vector<std::string> const& tokens,
   }
   if (!roles.empty() && roles.back().awaitsValue()) {
     return {Problem::Kind::kMissingValue,
-            "Missing value behind '" + tokens.back() + "'"};
+            "Missing value after '" + tokens.back() + "'"};
   }
   Parameter const* const missing = argumentBehind(roles);
   if (missing == nullptr || !missing->isRequired()) return {};
   return {Problem::Kind::kMissingArgument, "Missing " + missing->placeholder()};
 }
 
-// The option or the argument of that name, or null.
+// The option or the argument with that name, or null.
 void const* Grammar::named(std::string const& name) const {
   if (Option const* const option = optionNamed(name)) return option;
   for (Parameter const& argument : arguments_) {

@@ -11,41 +11,41 @@ namespace QorCliUtilities {
 
 // An option of a command. A short form begins with one dash, a long form with
 // two; one of them may be empty. Both may be typed in any letter case and are
-// offered as they are written here.
+// offered as spelled here.
 struct Option {
   std::string shortForm;
   std::string longForm;
   std::string help;
-  Parameter value = {};  // the word that must follow, if there is one
+  Parameter value = {};  // the value that must follow, if any
 };
 
-// One written form of an option, as completion offers it.
+// A form of an option, as completion offers it.
 struct OptionForm {
   std::string helpText;
-  std::string otherForm;  // key of the same option's other form, if any
-  std::string name;       // as offered: "-A", although its key is "-a"
+  std::string otherForm;  // the key of the option's other form, if any
+  std::string name;       // as offered: "-A", although the key is "-a"
   bool takesValue;        // a value must follow
   bool isLongForm;        // "--after", not "-A"
 };
 
-// By lower-case written form.
+// The keys are the forms in lower case.
 using OptionForms = std::map<std::string, OptionForm>;
 
-// What a word of a command line is. With neither, it is an option that does not
-// exist, or an argument too many.
+// The role of a word in a command line. If both pointers are null, it is an
+// unknown option or an excess argument.
 struct WordRole {
-  Option const* option = nullptr;  // the word is this option, or its value
-  Parameter const* parameter = nullptr;  // the word is the value of this one
-  // How messages name the parameter: the option as typed, or the placeholder.
+  Option const* option = nullptr;        // the word is this option or its value
+  Parameter const* parameter = nullptr;  // the word is a value of this
+  // The parameter's name in messages: the option as typed, or the placeholder.
   std::string name = {};
 
   bool isOption() const { return option != nullptr && parameter == nullptr; }
   bool isArgument() const { return option == nullptr && parameter != nullptr; }
-  // Whether the value of the option must be the next word.
+  // Whether the next word must be the option's value.
   bool awaitsValue() const { return isOption() && option->value.exists(); }
 };
 
-// Why the words of a command line are rejected.
+// Why a command line is rejected.
 struct Problem {
   enum class Kind {
     kNone,
@@ -56,25 +56,25 @@ struct Problem {
     kMissingArgument,
   };
   Kind kind = Kind::kNone;
-  std::string text = {};  // for the operator; names the word, no line feed
+  std::string text = {};  // for the operator; names the word; no line feed
 
   explicit operator bool() const { return kind != Kind::kNone; }
 };
 
 class Grammar;
 
-// The options and the arguments of a command line, as they were typed. `name`
-// is a form of an option or the placeholder of an argument, in any letter case;
-// each function throws Error "No such parameter: <name>" when the grammar has
-// no such name. Must not outlive the grammar.
+// The options and arguments of a command line. `name` is a form of an option or
+// the placeholder of an argument, in any letter case; each function throws
+// Error "No such parameter: <name>" if the grammar has none of that name. Must
+// not outlive the grammar.
 class Arguments {
  public:
   // Whether the option or the argument was typed.
   bool has(std::string const& name) const;
 
-  // The value of the option or the argument; `otherwise` when it was not typed.
-  // The text of an option without a value is "". number() throws Error "Not a
-  // number: <value>" when the value is not, as that of a text may be.
+  // The value of the option or the argument, or `otherwise` if it was not
+  // typed. The text of an option without a value is "". number() throws Error
+  // "Not a number: <value>" if the value of a text parameter is not a number.
   std::string text(std::string const& name, std::string otherwise = "") const;
   unsigned number(std::string const& name, unsigned otherwise = 0) const;
 
@@ -83,7 +83,7 @@ class Arguments {
   std::string const* find(std::string const& name) const;
 
   struct Typed {
-    void const* what;  // the option or the argument, in the grammar
+    void const* what;  // the option or the argument in the grammar
     std::string value;
   };
 
@@ -91,26 +91,25 @@ class Arguments {
   std::vector<Typed> typed_;
 };
 
-// Whether `word` begins with a dash, in quotes or not, and goes on.
+// Whether `word`, quoted or not, begins with a dash and has more characters.
 bool looksLikeOption(std::string word);
 
-// The table of a command's options and arguments, by which the words behind its
-// keyword are read: options in any order, and the arguments in theirs, before,
-// between and behind the options. Of an option that is typed more than once,
-// the last counts.
+// The grammar of a command: the options and arguments that may follow its
+// keyword. Options may come in any order, before, between and after the
+// arguments, whose order is fixed. If an option is repeated, the last one wins.
 //
-// A command reads them once an action, with the first chunk of its input.
+// A command parses its line once per action, with the first chunk of its input.
 //
-// A word that looks like an option is never an argument. Behind an option with
-// a value, any word is the value.
+// A word that looks like an option is never an argument. After an option with a
+// value, any word is the value.
 //
-// Immutable, so usable by any number of threads. The pointers that it returns
-// are valid as long as the grammar.
+// Immutable, so usable by any number of threads. Returned pointers are valid as
+// long as the grammar.
 class Grammar {
  public:
-  // Throws Error, which names the fault, when an option has no form or one
-  // without its dashes, when two have the same form, or two arguments the same
-  // placeholder, when an argument does not exist, and when a required argument
+  // Throws Error, which names the fault, if an option has no form or a form
+  // without its dashes, two options share a form, two arguments share a
+  // placeholder, an argument is an empty Parameter, or a required argument
   // follows an optional one.
   Grammar(std::vector<Option> options, std::vector<Parameter> arguments);
   Grammar(Grammar const&) = delete;
@@ -119,27 +118,25 @@ class Grammar {
   std::vector<Parameter> const& arguments() const { return arguments_; }
   OptionForms const& forms() const { return forms_; }
 
-  // Whether the keyword alone is a complete line.
+  // Whether the keyword alone is a valid line.
   bool allowsNoWord() const;
 
-  // The form that `word` is, in any letter case, and its option; null for any
-  // other word.
+  // The form `word`, in any letter case, and its option; null if there is none.
   OptionForm const* formNamed(std::string const& word) const;
   Option const* optionNamed(std::string const& word) const;
 
-  // The roles of the words behind tokens[0], the keyword, in order.
+  // The roles of the words after tokens[0], the keyword, in order.
   std::vector<WordRole> roles(std::vector<std::string> const& tokens) const;
 
-  // The first argument that has none of `roles`, or null.
+  // The first argument that is not among `roles`, or null.
   Parameter const* argumentBehind(std::vector<WordRole> const& roles) const;
 
-  // Whether each of the first `count` words behind tokens[0] is valid in its
-  // role.
+  // Whether the first `count` words after tokens[0] are valid in their roles.
   bool accepts(std::vector<WordRole> const& roles,
                std::vector<std::string> const& tokens, std::size_t count) const;
 
-  // Reads the words behind tokens[0] into `arguments`. Returns no problem, or
-  // the first one; `arguments` then holds what stands before it.
+  // Parses the words after tokens[0] into `arguments`. Returns the first
+  // problem, if any; `arguments` then holds the words before it.
   Problem parse(std::vector<std::string> const& tokens,
                 Arguments& arguments) const;
 

@@ -8,8 +8,8 @@ namespace QorCliUtilities {
 
 // A sink of output lines: what a command prints.
 //
-// Strings are stored exactly as given; no line break is added or taken away,
-// and one string may hold several lines. Used by one thread at a time.
+// Strings are stored as given; no line break is added or removed, and one
+// string may hold several lines. Used by one thread at a time.
 class IOutput {
  public:
   virtual ~IOutput() = default;
@@ -20,10 +20,10 @@ class IOutput {
   // Appends copies of all of `lines`, in order.
   virtual void push_back(std::vector<std::string> const& lines) = 0;
 
-  // The strings appended so far, oldest first; the caller may change them in
-  // place. Owned by the sink and valid as long as it. A sink that stores
-  // nothing does not override this, and the call throws Error ("Output sink
-  // has no storage", code 0).
+  // The strings appended so far, oldest first; the caller may modify them.
+  // Owned by the sink and valid for its lifetime. A sink without storage does
+  // not override this; the call then throws Error ("Output sink has no
+  // storage", code 0).
   virtual std::vector<std::string>& getOutput();
 };
 

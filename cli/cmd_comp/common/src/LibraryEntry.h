@@ -3,8 +3,8 @@
 
 #include "QorMgmtSpi.h"
 
-// All that a plug-in exports. A plug-in defines both; the framework calls them
-// from one thread, and never while a component of the plug-in is at work.
+// The only symbols that a plug-in exports. It defines both; the framework calls
+// them on one thread, never during a call of one of the plug-in's components.
 extern "C" {
 
 // Initialises the plug-in, which registers its components with the framework's
@@ -12,8 +12,8 @@ extern "C" {
 __attribute__((visibility("default"))) QorReturnT qorLCMinit(
     QorMgmtSpiInterfacePortalAccessor* accessor, char const* configuration);
 
-// Terminates the plug-in, before the library is unloaded; also when it was
-// never initialised.
+// Terminates the plug-in before the library is unloaded, even if it was never
+// initialised.
 __attribute__((visibility("default"))) void qorLCMterminate();
 }
 

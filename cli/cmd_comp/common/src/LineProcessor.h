@@ -7,75 +7,73 @@
 
 namespace QorCliUtilities {
 
-// Where a pipe command prints. Valid during the call that it is handed to. What
-// is printed in a call that throws is lost.
+// The output of a pipe command. Valid during the call that receives it. Output
+// of a call that throws is discarded.
 //
-// What is printed is copied once, and a long line takes its length and no more.
-// A NUL, at which the engine would take the text to end, is printed as a blank.
+// Output is copied once, and a long line takes no more memory than its length.
+// A NUL, which would end the text for the engine, is printed as a blank.
 class Printer {
  public:
-  // What is printed is appended to `texts`, which is not owned: to the last of
-  // them, or as further ones.
+  // Appends output to the last of `texts`, which are not owned, or as further
+  // texts.
   explicit Printer(std::vector<std::string>& texts) : texts_(texts) {}
 
   // Prints `line` and a line feed.
   void line(std::string_view line);
 
-  // Prints `prefix` and, behind it in the same line, `line`.
+  // Prints `prefix`, `line` and a line feed.
   void line(std::string_view prefix, std::string_view line);
 
   // Prints whole lines, each with its line feed.
   void lines(std::string_view lines);
 
  private:
-  std::string& room(std::size_t size);
+  std::string& textWithRoomFor(std::size_t size);
 
   std::vector<std::string>& texts_;
 };
 
-// One run of a pipe command: an object that is made for an action when it
-// begins, is given the text of the action, and is deleted when the text is
-// complete, or when the action fails.
+// One run of a pipe command: an object created at the start of an action, fed
+// the action's text, and deleted when the text is complete or the action fails.
 //
-// Any function of it, the constructor included, may throw: the operator is then
-// shown "ERROR: " and the reason (PipeText.h), and the action has failed. One
-// call at a time.
+// Every function, including the constructor, may throw: the operator then sees
+// "ERROR: " and the reason (PipeText.h), and the action fails. One call at a
+// time.
 class TextProcessor {
  public:
   virtual ~TextProcessor() = default;
 
-  // The next chunk of the text: one line or several, each with its line feed.
-  // `lines` is valid during the call only.
+  // Processes the next chunk of the text: one or more lines, each with its line
+  // feed. `lines` is valid only during the call.
   virtual void text(std::string_view lines, Printer& printer) = 0;
 
-  // The text is complete. Prints nothing, unless overridden.
+  // Called when the text is complete. Prints nothing, unless overridden.
   virtual void end(Printer& printer);
 };
 
 // A TextProcessor that works line by line.
 class LineProcessor : public TextProcessor {
  public:
-  // The next line, without its line feed, valid during the call only.
+  // Processes the next line, without its line feed, valid only during the call.
   virtual void line(std::string_view text, Printer& printer) = 0;
 
   void text(std::string_view lines, Printer& printer) final;
 };
 
-// Cuts a text that arrives in chunks where its lines end. What it keeps of a
-// chunk is the text behind the last line feed: nothing, when the piece ends in
-// one.
+// Splits a text that arrives in arbitrary chunks into whole lines. It buffers
+// only the text after a chunk's last line feed. One call at a time.
 class LineCutter {
  public:
-  // Hands the lines that `chunk` completes to `processor`: the one that was
-  // begun before by itself, the others at once.
+  // Passes the lines that `chunk` completes to `processor`: first the buffered
+  // one by itself, then the others together.
   void add(std::string_view chunk, TextProcessor& processor, Printer& printer);
 
-  // Hands on what is kept, if anything, as a line, and ends the processor's
-  // run. The cutter is not to be used afterwards.
+  // Passes on the buffered text, if any, as a line, and calls the processor's
+  // end(). The cutter must not be used afterwards.
   void finish(TextProcessor& processor, Printer& printer);
 
  private:
-  std::string begun_;
+  std::string partialLine_;
 };
 
 }  // namespace QorCliUtilities

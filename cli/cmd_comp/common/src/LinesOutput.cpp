@@ -12,7 +12,7 @@ void LinesOutput::push_back(std::string const& line) {
 
 void LinesOutput::push_back(std::vector<std::string> const& lines) {
   OperationTrace const trace;
-  // By index: `lines` may be this sink's own.
+  // By index, since `lines` may be this sink's own list.
   std::size_t const count = lines.size();
   lines_.reserve(lines_.size() + count);
   for (std::size_t i = 0; i < count; ++i) lines_.push_back(lines[i]);

@@ -10,9 +10,9 @@ namespace QorCliUtilities {
 
 // An output sink in memory: a list of strings.
 //
-// For a pipe command it also carries the command's input: before the command
-// runs the list holds one string, the whole text of the preceding command,
-// which the command replaces by what it prints. Used by one thread at a time.
+// It also carries the input of a pipe command: before the command runs, the
+// list holds one string, the text of the preceding command, which the command
+// replaces by its output. Used by one thread at a time.
 class LinesOutput : public IOutput {
  public:
   void push_back(std::string const& line) override;

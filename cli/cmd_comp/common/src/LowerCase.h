@@ -7,9 +7,9 @@
 
 namespace QorCliUtilities {
 
-// Returns `text` with each byte converted by the standard tolower, so in the
-// "C" locale only the letters A to Z. Callable from any thread as long as none
-// sets the locale.
+// Returns `text` with std::tolower applied to each byte: in the "C" locale,
+// only to the letters A to Z. Callable from any thread as long as none sets the
+// locale.
 inline std::string lowerCased(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
     return static_cast<char>(std::tolower(c));

@@ -8,15 +8,15 @@ namespace {
 
 constexpr unsigned kTraceThreshold = 7;
 
-// The facade lives as long as the process; asking for it each time costs as
-// much as asking it for its level.
+// Cached: the facade lives as long as the process, and fetching it costs as
+// much as reading its level.
 Qor::LoggingWrapper& facade() {
   static Qor::LoggingWrapper& theFacade = Qor::LoggingWrapper::instance();
   return theFacade;
 }
 
-// The level in force; 0 when there is no memory to create the facade.
-unsigned levelInForce() noexcept {
+// 0 if there is no memory to create the facade.
+unsigned currentLevel() noexcept {
   try {
     return facade().get_level();
   } catch (std::exception const&) {
@@ -26,9 +26,9 @@ unsigned levelInForce() noexcept {
 
 }  // namespace
 
-bool errorLogWanted() noexcept { return levelInForce() >= kErrorSeverity; }
+bool errorLogWanted() noexcept { return currentLevel() >= kErrorSeverity; }
 
-bool traceWanted() noexcept { return levelInForce() > kTraceThreshold; }
+bool traceWanted() noexcept { return currentLevel() > kTraceThreshold; }
 
 void logError(char const* text, char const* file, char const* function,
               unsigned line) noexcept {

@@ -10,45 +10,43 @@
 namespace QorCliUtilities {
 
 // Every public operation of the component, its command, the tree, the nodes,
-// the contexts and the sinks traces its entry and its exit. Without a trace are
-// constructors (but FilterCommand's, which builds the tree) and destructors,
-// and, for a reason of their own:
+// the contexts and the sinks traces its entry and its exit. Exceptions are
+// constructors (but FilterCommand's, which builds the tree), destructors, and
 //
-// - AutoCompleteNode::children, addChild and clearChildren: how the tree gets
-//   at its own data, at each turn of each loop;
-// - PipeAction, PipeComponentRecord and FrameworkPortal: steps of operations
-//   of the component, which trace;
+// - AutoCompleteNode::children, addChild and clearChildren, which the tree
+//   calls in every iteration;
+// - PipeAction, PipeComponentRecord and FrameworkPortal: steps of component
+//   operations, which trace;
 // - Grammar, Arguments and Parameter: steps of the option node and of commands,
 //   which trace;
-// - TextProcessor, LineCutter and Printer: they work on each line;
-// - Error: it is made and read when something went wrong;
-// - CliErrors, LowerCase, OrEmpty and PipeText: functions that only compose a
-//   text;
-// - the matching core of the filter: it works on each line or each byte, and
-//   knows neither the CLI nor the framework.
+// - TextProcessor, LineCutter and Printer, which process each line;
+// - Error, which is used when something went wrong;
+// - CliErrors, LowerCase, OrEmpty and PipeText, which only compose texts;
+// - the filter's matching core, which processes each line or byte, and knows
+//   neither the CLI nor the framework.
 //
-// Tracing never changes what an operation does: a record for which there is no
-// memory is dropped, and nothing declared here throws.
+// Tracing never changes the behaviour of an operation: if memory runs out, the
+// record is dropped, and nothing declared here throws.
 
 // The severity of an error in the system log.
 constexpr unsigned kErrorSeverity = 4;
 
-// True when errors are to be written to the system log: the logging facade's
-// level is at least 4. Callable from any thread.
+// Whether errors are logged: the logging facade's level is at least 4. Callable
+// from any thread.
 bool errorLogWanted() noexcept;
 
-// True when trace records are to be written at all: the logging facade's level
-// is above 7. Callable from any thread.
+// Whether traces are written: the logging facade's level is above 7. Callable
+// from any thread.
 bool traceWanted() noexcept;
 
-// Writes an error to the system log, when errors are to be written; without
-// memory it is dropped. Callable from any thread.
+// Writes an error to the system log if errorLogWanted(), or drops it if memory
+// runs out. Callable from any thread.
 void logError(char const* text, char const* file, char const* function,
               unsigned line) noexcept;
 
-// Traces the entry of an operation when it is built, and the exit when one of
+// Traces the entry of an operation on construction, and its exit when one of
 // the exit functions is called; an operation left by an exception has no exit
-// record. Entry has level 9, exit level 10.
+// record. Entries have level 9, exits level 10.
 //
 //   int Tree::run(...) {
 //     OperationTrace const trace;
@@ -56,9 +54,9 @@ void logError(char const* text, char const* file, char const* function,
 //     return trace.exitWith(result);
 //   }
 //
-// The arguments `file`, `function` and `line` take the place of the caller and
-// are not to be given. Building one asks the facade for its level; no text is
-// built unless it is written. An object belongs to one call on one thread.
+// The arguments `file`, `function` and `line` default to the caller's and must
+// not be passed. Texts are built only if they will be written. An object
+// belongs to one call on one thread.
 class OperationTrace {
  public:
   // " >> "
@@ -69,8 +67,8 @@ class OperationTrace {
     if (wanted_) write(kEntryLevel, " >> ", "", line);
   }
 
-  // " >> " and the text that `detail`, a function without arguments, returns.
-  // It is called when the record is to be written only.
+  // " >> " and the result of `detail`, a function without arguments, which is
+  // only called if the record is written.
   template <class Detail,
             class = std::enable_if_t<std::is_invocable_v<Detail const&>>>
   explicit OperationTrace(Detail const& detail,
@@ -125,7 +123,7 @@ class OperationTrace {
     return result;
   }
 
-  // " << ", for an address says nothing; returns `result`.
+  // " << " without the address; returns `result`.
   template <class Object>
   Object* exitWith(Object* result,
                    unsigned line = __builtin_LINE()) const noexcept {
@@ -150,7 +148,7 @@ class OperationTrace {
 }  // namespace QorCliUtilities
 
 // Traces a progress message (level 0): a printf format and its arguments, which
-// are evaluated only when the record is written.
+// are only evaluated if the record is written.
 #define QOR_CLI_TRACE(...)                                               \
   do {                                                                   \
     if (!::QorCliUtilities::traceWanted()) break;                        \
@@ -162,7 +160,7 @@ class OperationTrace {
     }                                                                    \
   } while (false)
 
-// Writes an error to the system log (severity 4): `text` as it stands.
+// Writes `text` to the system log as an error (severity 4).
 #define QOR_CLI_LOG_ERROR(text) \
   ::QorCliUtilities::logError(text, __FILE__, __func__, __LINE__)
 

@@ -3,7 +3,7 @@
 
 namespace QorCliUtilities {
 
-// Returns `text`, or an empty text for a null pointer.
+// Returns `text`, or "" if it is null. Any thread.
 inline char const* orEmpty(char const* text) {
   return text == nullptr ? "" : text;
 }

@@ -45,7 +45,7 @@ Parameter Parameter::text(std::string placeholder, std::string help) {
 
 Parameter Parameter::number(std::string placeholder, std::string help,
                             unsigned lowest, unsigned highest) {
-  if (lowest > highest) throw Error("No number is valid: " + placeholder, 0);
+  if (lowest > highest) throw Error("Empty range: " + placeholder, 0);
   Parameter result(Kind::kNumber, std::move(placeholder), std::move(help));
   result.lowest_ = lowest;
   result.highest_ = highest;
@@ -56,7 +56,7 @@ Parameter Parameter::choice(std::string placeholder, std::string help,
                             std::vector<std::string> words) {
   auto const isEmpty = [](std::string const& word) { return word.empty(); };
   if (words.empty() || std::any_of(words.begin(), words.end(), isEmpty)) {
-    throw Error("A choice without a word: " + placeholder, 0);
+    throw Error("Empty choice: " + placeholder, 0);
   }
   Parameter result(Kind::kChoice, std::move(placeholder), std::move(help));
   result.words_ = std::move(words);

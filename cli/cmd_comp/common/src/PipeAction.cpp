@@ -7,7 +7,7 @@
 namespace QorCliUtilities {
 namespace {
 
-constexpr int kRefused = -1;
+constexpr int kRejected = -1;
 
 int runCommandLine(AutoCompleteTree& tree, CliApiContext& context,
                    PipeAction const& action, LinesOutput& output) {
@@ -69,7 +69,7 @@ int answerPipeAction(AutoCompleteTree& tree, CliApiContext& context,
                      PipeAction const& action, char const* file,
                      char const* function, unsigned line) {
   if (!canAnswer(context, action.commandMatchCount, file, function, line)) {
-    return kRefused;
+    return kRejected;
   }
   LinesOutput output;
   int const status = performPipeAction(tree, context, action, output);

@@ -74,8 +74,8 @@ void PipeCommand::forgetRuns() {
   trace.exit();
 }
 
-// A failure ends the run, and what it has printed of this chunk is not shown:
-// the error text is the only string that the engine shows of a failed call.
+// A failure discards what the run has printed in this call: the engine shows
+// only one string of a failed call, the error text.
 template <class Work>
 int PipeCommand::perform(unsigned actionId, IOutput& output, Work const& work) {
   std::vector<std::string> printed;

@@ -15,7 +15,7 @@
 
 namespace QorCliUtilities {
 
-// How a pipe command is typed.
+// The syntax of a pipe command.
 struct CommandSyntax {
   std::string keyword;
   std::string help;
@@ -24,36 +24,37 @@ struct CommandSyntax {
   std::set<unsigned> modes = {QOR_CLI_MODE_ANY};
 };
 
-// A pipe command, made of its syntax and a function that begins a run. It keeps
-// the runs of the actions under way, by action id. One call at a time.
+// A pipe command, defined by its syntax and a function that begins a run. Keeps
+// the runs of all actions in progress, by action id. One call at a time.
 class PipeCommand : public AbstractCommand {
  public:
-  // Begins a run, with the arguments of its command line. May throw, which
-  // fails the action; must not return null.
+  // Begins a run with the arguments of its command line. May throw, which fails
+  // the action; must not return null.
   using Begin =
       std::function<std::unique_ptr<TextProcessor>(Arguments const& arguments)>;
 
+  // Throws Error if the grammar is invalid (Grammar.h).
   PipeCommand(CommandSyntax syntax, Begin begin);
 
   // Adds the command to `tree`, which it must outlive.
   void addTo(AutoCompleteTree& tree);
 
-  // Replaces the text in `output`, a chunk of an action's input, by what the
-  // run of the context's action makes of it. The first chunk of an action,
-  // which may be empty, begins its run, with the words in `tokens`; those that
-  // come with the others are not read. A chunk may end anywhere in a line.
+  // Passes the text in `output`, a chunk of the input, to the run of the
+  // context's action, and replaces it by what the run prints. The first chunk
+  // of an action, which may be empty, begins the run with the words in
+  // `tokens`; later chunks ignore them. A chunk may end within a line.
   //
-  // Returns 0. When the words are rejected or the run throws, deletes the run,
+  // Returns 0. If the words are rejected or the run throws, deletes the run,
   // leaves "ERROR: " and the reason in `output` and returns -1.
   int execute(CliApiContext& context, std::vector<std::string> const& tokens,
               IOutput& output) override;
 
-  // Adds to `output` what the run of an action prints at the end of its input,
-  // and deletes the run. Does nothing when the action has none. Returns as
-  // execute().
+  // Ends the run of an action, adds what it prints to `output`, and deletes it.
+  // Does nothing if the action has no run. Returns 0 or fails as execute()
+  // does.
   int complete(unsigned actionId, IOutput& output);
 
-  // Deletes the run of an action, if it has one, without calling its end().
+  // Deletes the run of an action, if any, without calling its end().
   void forgetRun(unsigned actionId);
 
   // Deletes all runs, without calling their end().
@@ -77,8 +78,7 @@ class PipeCommand : public AbstractCommand {
   std::map<unsigned, Run> runs_;  // by action id
 };
 
-// Makes a command whose runs are objects of `Processor`, a TextProcessor that
-// has
+// Creates a command whose runs are objects of `Processor`, a TextProcessor with
 //
 //   static CommandSyntax syntax();
 //   explicit Processor(Arguments const& arguments);

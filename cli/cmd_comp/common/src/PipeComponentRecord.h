@@ -7,12 +7,12 @@
 
 namespace QorCliUtilities {
 
-// The record with which a pipe command component registers, and the records
-// that it points to: its interface of pipe commands, and what it depends on,
-// which is the framework's log (version 1) and trace (any version).
+// The record that registers a pipe command component, and the records that it
+// points to: its pipe command interface, and its dependencies, the framework's
+// log (version 1) and trace (any version).
 //
 // `Component` is the component's class. It is a Qor::Singleton, because the
-// records' functions are plain ones: each calls the member of the same meaning,
+// records hold plain functions. Each calls the corresponding member,
 //
 //   QorReturnT start(QorStateChangeReason reason);
 //   QorReturnT stop(QorStateChangeReason reason);
@@ -22,9 +22,9 @@ namespace QorCliUtilities {
 //   static char const* moduleName();  // static text
 //   QorReturnT inputComplete(CliApiContext& context, unsigned actionId);
 //
-// with a context that is made for the call. QorMgmtSpi.h and
-// QorCliPipeCommand.h say what the framework expects of them. Over a null
-// record of the framework, the context converts to false.
+// with a context created for the call. QorMgmtSpi.h and QorCliPipeCommand.h
+// specify them. If the framework passes a null record, the context converts to
+// false.
 template <class Component>
 class PipeComponentRecord {
  public:
@@ -42,7 +42,7 @@ class PipeComponentRecord {
   PipeComponentRecord(PipeComponentRecord const&) = delete;
   PipeComponentRecord& operator=(PipeComponentRecord const&) = delete;
 
-  // The record to register. Valid and unchanged as long as this object.
+  // The record to register. Valid and constant for the lifetime of this object.
   QorMgmtSpiComponent_1* get() { return &component_; }
 
  private:
@@ -72,7 +72,7 @@ class PipeComponentRecord {
   QorMgmtSpiComponent_1 component_;
   QorCliApiPipeCommandComponent_1 pipeCommands_;
   QorMgmtSpiInterface_1 logDependency_{nullptr, "QorMwSpiLog", "1"};
-  // Any version of the trace interface will do.
+  // Null: any version.
   QorMgmtSpiInterface_1 traceDependency_{nullptr, "TavMwSpiTrace", nullptr};
   // Null-terminated.
   QorMgmtSpiInterface_1 const* providedInterfaces_[2] = {

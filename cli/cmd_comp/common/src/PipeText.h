@@ -6,17 +6,17 @@
 
 namespace QorCliUtilities {
 
-// Empties `strings`, those of a sink, and returns their texts as one: the input
-// of a pipe command.
+// Empties `strings`, those of a sink, and returns them as one text: the input
+// of a pipe command. Any thread.
 std::string takeText(std::vector<std::string>& strings);
 
-// What a command that fails prints: "ERROR: " and `text`, cut to 1999 bytes in
-// all. `text` brings its own line feed.
+// The output of a failed command: "ERROR: " and `text`, truncated to 1999 bytes
+// in total. `text` includes its line feed. Any thread.
 std::string errorLine(std::string const& text);
 
-// Why the exception that is being handled was thrown: what() of an Error and of
-// a standard exception, displayText() of another of Poco's, whose what() is but
-// its class. To be called in a catch clause; may throw std::bad_alloc.
+// The reason of the current exception: what() of Error and of standard
+// exceptions, displayText() of Poco's, whose what() is only the class name.
+// Called within a catch clause; may throw std::bad_alloc. Any thread.
 std::string reasonOfException();
 
 }  // namespace QorCliUtilities

@@ -10,26 +10,25 @@
 #include "AutoCompleteTree.h"
 #include "OperationTrace.h"
 
-// The words of a line are those that three regular expressions find in it: one
-// for a word, one for quoted text, and one for the blanks around punctuation.
-// Matched by a backtracking engine, they take stack in proportion to a quoted
-// text and time in proportion to the square of a run of blanks, and the line
-// comes from the operator. So their one possible outcome is computed here
-// directly, with constant stack and in time proportional to the line:
+// Three regular expressions define the words of a line: one for a word, one for
+// quoted text, and one for blanks around punctuation. A backtracking engine
+// would need stack linear in quoted text and time quadratic in a run of blanks,
+// and the line comes from the operator. So this code computes their result
+// directly, with constant stack and in linear time:
 //
-// - Quoted text runs from a quote to the first quote behind it that has no
-//   backslash in front. When all have one, the body takes everything and then
-//   gives back as little as it can, so the text ends at the last quote of the
-//   line; when there is none at all, nothing is quoted.
-// - A word that begins with an ordinary character goes on to the next blank. It
-//   takes a quoted part whole; here the closing quote may be missing, and then
-//   the part runs to the end of the line, whatever quotes stand in it. A quoted
-//   part must be followed by an ordinary character for the word to go on.
-// - A word that begins with a quote is the quoted text, or, when the quote is
-//   the last one of the line, all the rest.
-// - A run of blanks goes away when it touches punctuation on either side. The
-//   four kinds of punctuation do not get in each other's way, for taking a run
-//   away changes no other run's neighbours.
+// - Quoted text extends from a quote to the next quote without a preceding
+//   backslash. If all have one, the quantifier backtracks from the end of the
+//   line, so the text ends at the last quote; if there is no other quote,
+//   nothing is quoted.
+// - A word that begins with an ordinary character extends to the next blank,
+//   including quoted parts. A part whose closing quote is missing extends to
+//   the end of the line, even across escaped quotes. After a quoted part, the
+//   word only continues with an ordinary character.
+// - A word that begins with a quote is the quoted text or, if the quote is the
+//   last one of the line, the rest of the line.
+// - A run of blanks next to punctuation is removed. One pass is enough for all
+//   four punctuation characters, since removing a run does not change the
+//   neighbours of another one.
 
 namespace QorCliUtilities {
 
@@ -44,7 +43,8 @@ std::string trimQuotes(std::string& s) {
   OperationTrace const trace;
   std::string::size_type const first = s.find_first_of('"');
   std::string::size_type const last = s.find_last_of('"');
-  // Without a quote both are npos: the start wraps to 0, the length to the end.
+  // Without a quote both are npos: the start wraps to 0, the length to npos
+  // - 1.
   return trace.exitWith(s.substr(first + 1, last - 1));
 }
 
@@ -64,23 +64,21 @@ bool isPunctuation(char c) {
   return c == '=' || c == ',' || c == '[' || c == ']';
 }
 
-// The index of the first quote behind `open` that no backslash escapes, or
-// none.
+// The index of the first unescaped quote after `open`, or kNone.
 std::size_t closingQuote(std::string_view s, std::size_t open) {
   std::size_t quote = s.find('"', open + 1);
   while (quote != kNone && s[quote - 1] == '\\') quote = s.find('"', quote + 1);
   return quote;
 }
 
-// The quoted text that begins at the quote `open`; empty at the line's last
-// quote.
+// The quoted text that starts at the quote `open`; empty if it is the last one.
 Span quotedAt(std::string_view s, std::size_t open) {
   std::size_t close = closingQuote(s, open);
   if (close == kNone) close = s.rfind('"');
   return {open, close == open ? open : close + 1};
 }
 
-// The first quoted text that begins in [from, to); empty, when there is none.
+// The first quoted text that starts in [from, to); empty if there is none.
 Span firstQuoted(std::string_view s, std::size_t from, std::size_t to) {
   std::size_t const open = s.substr(0, to).find('"', from);
   return open == kNone ? Span{from, from} : quotedAt(s, open);
@@ -91,7 +89,7 @@ std::size_t endOfOrdinary(std::string_view s, std::size_t i) {
   return i;
 }
 
-// The end of the word that begins at `i`, which is not a blank.
+// The end of the word that starts at `i`, which is not a blank.
 std::size_t endOfWord(std::string_view s, std::size_t i) {
   if (s[i] == '"') {
     Span const quoted = quotedAt(s, i);
@@ -106,7 +104,7 @@ std::size_t endOfWord(std::string_view s, std::size_t i) {
   return i;
 }
 
-// Appends `part` to `result` without the runs of blanks that touch punctuation.
+// Appends `part` to `result`, except runs of blanks next to punctuation.
 void appendSqueezed(std::string_view part, std::string& result) {
   std::size_t i = 0;
   while (i < part.size()) {
@@ -152,12 +150,12 @@ std::string squeezedOutsideQuotes(std::string_view s) {
   return result;
 }
 
-bool mayStandBeforeQuote(char c) {
+bool mayPrecedeQuote(char c) {
   return std::isspace(static_cast<unsigned char>(c)) != 0 ||
          (c != '\0' && std::strchr("=[,()>", c) != nullptr);
 }
 
-bool mayStandAfterQuote(char c) {
+bool mayFollowQuote(char c) {
   return c != '\0' && std::strchr(" ,(])", c) != nullptr;
 }
 
@@ -192,11 +190,11 @@ bool AutoCompleteTree::validateToken(std::string const& line,
   std::size_t const tokenEnd = std::size_t{offset} + length;
   Span quoted = firstQuoted(line, offset, tokenEnd);
   while (quoted.begin != quoted.end && quoted.end <= tokenEnd) {
-    if (quoted.begin != 0 && !mayStandBeforeQuote(line[quoted.begin - 1])) {
+    if (quoted.begin != 0 && !mayPrecedeQuote(line[quoted.begin - 1])) {
       errorPosition = static_cast<unsigned>(quoted.begin - 1);
       return trace.exitWith(false);
     }
-    if (quoted.end < line.size() && !mayStandAfterQuote(line[quoted.end])) {
+    if (quoted.end < line.size() && !mayFollowQuote(line[quoted.end])) {
       errorPosition = static_cast<unsigned>(quoted.end);
       return trace.exitWith(false);
     }

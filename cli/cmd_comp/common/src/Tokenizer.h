@@ -3,20 +3,19 @@
 
 #include <string>
 
-// Helpers of the tokenizer, which is AutoCompleteTree::tokenize. They keep
-// nothing and may be called from any thread; only std::bad_alloc is thrown.
+// Helpers of the tokenizer, AutoCompleteTree::tokenize. Stateless; callable
+// from any thread. They throw only std::bad_alloc.
 
 namespace QorCliUtilities {
 
-// Returns `pattern` with every "(" replaced by "(?:", wherever it stands: a
+// Returns `pattern` with every "(" replaced by "(?:", regardless of context: a
 // regular expression without capturing groups.
 std::string statefreeRegex(std::string const& pattern);
 
-// Returns `s` without its quotes: the text after the first double quote, as
-// many bytes long as the index of the last one less 1. That is the text between
-// the two when `s` begins with a quote, and otherwise runs on behind the last
-// one: x"abc" gives abc". Without any quote, all of `s`. `s` itself is not
-// changed.
+// Returns `s` without its quotes: the text after the first double quote, with a
+// length in bytes of the index of the last one minus 1. If `s` begins with a
+// quote, that is the text between the two; otherwise it extends past the last
+// one: x"abc" gives abc". Without any quote, returns `s`. Does not change `s`.
 std::string trimQuotes(std::string& s);
 
 }  // namespace QorCliUtilities

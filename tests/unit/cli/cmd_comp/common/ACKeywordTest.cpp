@@ -17,7 +17,7 @@ using QorUnit::Refusal;
 
 constexpr QorCliModeEnum_1T kOther{2};
 
-// The arguments of the constructor.
+// The constructor's arguments.
 struct KeywordSetup {
   char const* keyword = "show";
   std::set<unsigned> modes = {QOR_CLI_MODE_ANY};
@@ -65,7 +65,7 @@ class Keyword : public ::testing::Test {
   unsigned position = 0;
 };
 
-TEST_F(Keyword, IsKeptInLowerCase) {
+TEST_F(Keyword, StoresLowerCase) {
   KeywordSetup setup;
   setup.keyword = "ShoW";
   ACKeyword const node = make(setup);
@@ -92,7 +92,7 @@ TEST_F(Keyword, PassesItsFlagsToTheNode) {
   }
 }
 
-TEST_F(Keyword, TellsAGhostCursor) {
+TEST_F(Keyword, RecognisesAGhostCursor) {
   EXPECT_TRUE(ACKeyword::isGhost(nullptr));
   EXPECT_TRUE(ACKeyword::isGhost(""));
   EXPECT_FALSE(ACKeyword::isGhost(" "));
@@ -141,7 +141,7 @@ TEST_F(Keyword, MatchesOneOfItsAlternatives) {
   }
 }
 
-TEST_F(Keyword, WithoutSplittingABarIsPartOfTheWord) {
+TEST_F(Keyword, KeepsABarInTheWordUnlessSplitting) {
   KeywordSetup setup;
   setup.keyword = "a|b";
   ACKeyword node = make(setup);
@@ -150,7 +150,7 @@ TEST_F(Keyword, WithoutSplittingABarIsPartOfTheWord) {
   EXPECT_FALSE(matches(node, {"a"}));
 }
 
-TEST_F(Keyword, StandsAsideOnExecutionWithoutValidation) {
+TEST_F(Keyword, ConsumesNoWordInExecutionWithoutValidation) {
   ACKeyword node = make({});
   node.setValidationType(VALIDATION_NONE);
   EXPECT_TRUE(matches(node, {"other"}, true));
@@ -188,7 +188,7 @@ TEST_F(Keyword, ExistsOnlyForItsCursor) {
   }
 }
 
-TEST_F(Keyword, MatchRefusesWhatMakesNoSense) {
+TEST_F(Keyword, MatchRejectsInvalidInput) {
   KeywordSetup setup;
   setup.modes = {7};
   ACKeyword node = make(setup);
@@ -207,7 +207,7 @@ TEST_F(Keyword, MatchRefusesWhatMakesNoSense) {
   }
 }
 
-TEST_F(Keyword, CompletionRefusesWhatMakesNoSense) {
+TEST_F(Keyword, CompletionRejectsInvalidInput) {
   KeywordSetup setup;
   setup.modes = {7};
   ACKeyword node = make(setup);
@@ -258,9 +258,9 @@ TEST_F(Keyword, OffersNothingWhileHidden) {
   }
 }
 
-// The kind that the keyword was made with counts only when it is 2, and only
-// for option-like spellings.
-TEST_F(Keyword, PassesOnItsKindOnlyAsAnOption) {
+// The keyword's own kind only matters if it is 2, and only for option-like
+// spellings.
+TEST_F(Keyword, PassesItsKindToOptionsOnly) {
   for (unsigned kind = 0; kind < 8; ++kind) {
     KeywordSetup plain;
     plain.token = QorCliCompletionToken_1T{kind};
@@ -299,7 +299,6 @@ TEST_F(Keyword, OffersAVariantAsAnOption) {
   EXPECT_EQ(offered(node, {"x", "y"}, 1), Tokens{});
 }
 
-// Which keywords are offered for a first word that has not been begun.
 TEST_F(Keyword, OffersItselfForAnEmptyFirstWord) {
   KeywordSetup plain;
   KeywordSetup offering;
@@ -335,7 +334,7 @@ TEST_F(Keyword, OffersItselfForAnEmptyFirstWord) {
   }
 }
 
-TEST_F(Keyword, TheEmptyFirstWordFollowsTheLine) {
+TEST_F(Keyword, AnEmptyFirstWordFollowsTheLine) {
   KeywordSetup setup;
   setup.offerWhenEmpty = true;
   ACKeyword node = make(setup);
@@ -351,14 +350,14 @@ TEST_F(Keyword, APipeKeywordIsAlwaysOfferedFirst) {
     EXPECT_EQ(offered(node, {}, 0),
               Tokens{"5 show [6 show] () Help\nType: Command"});
 
-    // The kind 2 would be passed on by a variant, were it kept.
+    // A variant would pass on the kind 2.
     setup.variant = true;
     auto variant = make<ACPipeKeyword>(setup);
     EXPECT_EQ(offered(variant, {"s"}, 0), Tokens{"3 show [1 show] Help"});
   }
 }
 
-TEST_F(Keyword, APipeKeywordPassesItsOtherArgumentsOn) {
+TEST_F(Keyword, APipeKeywordKeepsItsOtherArguments) {
   ACPipeKeyword node("-A|-b", "Help", {7}, true, true, QOR_CLI_TOKEN_OPTION,
                      true, false, false, false, true);
   session.record.mode = QorCliModeEnum_1T{7};
@@ -378,8 +377,7 @@ TEST_F(Keyword, APipeKeywordPassesItsOtherArgumentsOn) {
   EXPECT_FALSE(matches(bound, {"a"}));
 }
 
-// A keyword that is made with settings is the one that is made with arguments.
-TEST_F(Keyword, SettingsAreTheArguments) {
+TEST_F(Keyword, SettingsCorrespondToArguments) {
   KeywordSettings settings{"Show|-s", "Help", {7}};
   EXPECT_EQ(settings.completionToken, QOR_CLI_TOKEN_WORD);
   ACKeyword const plain(settings);
@@ -402,13 +400,13 @@ TEST_F(Keyword, SettingsAreTheArguments) {
   EXPECT_TRUE(ACKeyword(settings).isHidden());
 }
 
-TEST_F(Keyword, EachSettingReachesTheKeyword) {
+TEST_F(Keyword, AppliesEachSetting) {
   KeywordSettings const plain{"show", "Help"};
   struct {
     bool KeywordSettings::*setting;
     bool value;
     std::vector<std::string> first;   // offered as an empty first word
-    std::vector<std::string> second;  // behind two words
+    std::vector<std::string> second;  // after two words
   } const rows[] = {
       {&KeywordSettings::offerWhenEmpty,
        true,

@@ -64,7 +64,7 @@ class ParameterNode : public ::testing::Test {
   AutoCompleteTree tree;
 };
 
-TEST_F(ParameterNode, LetsThroughTheWordsOfItsKind) {
+TEST_F(ParameterNode, AcceptsWordsOfItsKind) {
   for (char const* line : {"port 1", "port 48", "port 007", "name a up",
                            "name \"a b\" DOWN", "name - upside"}) {
     EXPECT_TRUE(runs(line)) << line;
@@ -114,7 +114,7 @@ TEST_F(ParameterNode, IsANodeForItsPlaceholder) {
   EXPECT_FALSE(node.isValidForMode(QorCliModeEnum_1T{2}));
 }
 
-TEST_F(ParameterNode, RefusesWhatMakesNoSense) {
+TEST_F(ParameterNode, RejectsInvalidInput) {
   ACParameter node(Parameter::text("<word>", "Any"), true, {7});
   Refusal const rows[] = {
       {{}, 0, 7, "isMatch parameter past end of token list"},

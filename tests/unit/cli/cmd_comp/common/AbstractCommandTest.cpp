@@ -32,7 +32,7 @@ TEST(AbstractCommand, AuthorizesEverybody) {
   EXPECT_TRUE(Plain("p").isAuthorized(session.context));
 }
 
-TEST(AbstractCommand, SendsTheWaitingPromptAfterTheCommand) {
+TEST(AbstractCommand, SendsThePendingPromptAfterTheCommand) {
   RecordingContext session;
   QorCliPipe::PipeOutput1 output;
   RecordingCommand command("c", 42);
@@ -56,7 +56,7 @@ TEST(AbstractCommand, ThrowsWhenThePromptCannotBeSet) {
   }
 }
 
-TEST(AbstractCommand, ThrowsWhenThereIsNoWayToSetAPrompt) {
+TEST(AbstractCommand, ThrowsWhenPromptsAreUnsupported) {
   RecordingContext session;
   session.record.setPrompt = nullptr;
   QorCliPipe::PipeOutput1 output;

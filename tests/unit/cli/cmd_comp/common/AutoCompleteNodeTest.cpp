@@ -33,7 +33,7 @@ TEST(AutoCompleteNode, ANodeWithoutACommandIsARoot) {
   EXPECT_FALSE(root.isExecutable());
 }
 
-TEST(AutoCompleteNode, ANodeOfACommandIsNamedAfterIt) {
+TEST(AutoCompleteNode, ACommandNodeIsNamedAfterItsCommand) {
   RecordingCommand command("filter");
   AutoCompleteNode const node(&command);
   EXPECT_EQ(node.toString(), "filter command");
@@ -43,7 +43,7 @@ TEST(AutoCompleteNode, ANodeOfACommandIsNamedAfterIt) {
   EXPECT_TRUE(node.isExecutable());
 }
 
-TEST(AutoCompleteNode, StartsAsItsConstructorsSay) {
+TEST(AutoCompleteNode, StartsWithTheConstructorArguments) {
   RecordingCommand command("c");
   AutoCompleteNode const end(&command);
   EXPECT_FALSE(end.potentialTerminalNode());
@@ -109,7 +109,7 @@ TEST(AutoCompleteNode, ACommandNodeIsValidInNoMode) {
   }
 }
 
-TEST(AutoCompleteNode, AddStateUnitesTheModesAndNothingElse) {
+TEST(AutoCompleteNode, AddStateMergesOnlyTheModes) {
   AutoCompleteNode node({1}, VALIDATION_NONE, false, true);
   AutoCompleteNode const other({2, 3}, VALIDATION_KEYWORD, true, false);
   Calls calls;
@@ -146,7 +146,7 @@ TEST(AutoCompleteNode, SettersChangeTheirFlag) {
   EXPECT_FALSE(node.potentialTerminalNode());
 }
 
-TEST(AutoCompleteNode, LeavesItsChildrenAlone) {
+TEST(AutoCompleteNode, DoesNotDeleteItsChildren) {
   Calls calls;
   TestNode child({"child"}, calls);
   {
@@ -170,7 +170,7 @@ TEST(AutoCompleteNode, CannotBeCopiedAssignedOrCompared) {
   }
 }
 
-TEST(AutoCompleteNode, MatchTellsPrefixesIgnoringAsciiCase) {
+TEST(AutoCompleteNode, MatchComparesPrefixesIgnoringAsciiCase) {
   struct {
     char const* candidate;
     char const* typed;
@@ -187,8 +187,8 @@ TEST(AutoCompleteNode, MatchTellsPrefixesIgnoringAsciiCase) {
       {"filter", "fix", false},
       {"a[", "A{", false},       // 0x5B and 0x7B differ by the case bit
       {"a@", "a`", false},       // so do 0x40 and 0x60
-      {"\xC4x", "\xC4", true},   // bytes above 127 are compared as such,
-      {"\xE4x", "\xC4", false},  // whatever letters some encoding has there
+      {"\xC4x", "\xC4", true},   // non-ASCII bytes are compared verbatim,
+      {"\xE4x", "\xC4", false},  // whatever they encode
   };
   for (auto const& row : rows) {
     EXPECT_EQ(AutoCompleteNode::match(row.candidate, row.typed), row.matches)
@@ -196,7 +196,7 @@ TEST(AutoCompleteNode, MatchTellsPrefixesIgnoringAsciiCase) {
   }
 }
 
-TEST(AutoCompleteNode, ExtractTokenAlwaysMovesOn) {
+TEST(AutoCompleteNode, ExtractTokenAlwaysAdvances) {
   struct {
     Tokens tokens;
     unsigned position;
@@ -230,7 +230,7 @@ class Execute : public ::testing::Test {
   AutoCompleteNode node{&command};
 };
 
-TEST_F(Execute, RunsTheCommandAndRefreshesThePrompt) {
+TEST_F(Execute, RunsTheCommandAndSendsThePrompt) {
   command.prompt = "p>";
   EXPECT_EQ(node.execute(session.context, {"a", "b"}, output), 42);
   EXPECT_EQ(command.runs, (std::vector<Tokens>{{"a", "b"}}));
@@ -243,7 +243,7 @@ TEST_F(Execute, FailsWithoutACommand) {
   EXPECT_TRUE(output.getOutput().empty());
 }
 
-TEST_F(Execute, SaysThatTheSessionMayNotRunTheCommand) {
+TEST_F(Execute, RejectsAnUnauthorizedSession) {
   command.authorized = false;
   session.context.setPromptString("p>");
   EXPECT_EQ(node.execute(session.context, {"a"}, output), -1);
@@ -252,7 +252,7 @@ TEST_F(Execute, SaysThatTheSessionMayNotRunTheCommand) {
   EXPECT_EQ(session.record.calls, Calls{});
 }
 
-TEST_F(Execute, AuthorizationIsThatOfTheCommand) {
+TEST_F(Execute, AsksTheCommandForAuthorization) {
   EXPECT_TRUE(node.isAuthorized(session.context));
   command.authorized = false;
   EXPECT_FALSE(node.isAuthorized(session.context));

@@ -23,7 +23,7 @@ using QorUnit::TestNodeSetup;
 
 constexpr bool kTerminal = true;
 
-// A node that offers its own keyword, and is matched by it.
+// A node that offers and matches its own keyword.
 TestNodeSetup echo(char const* keyword, bool terminal = false) {
   TestNodeSetup setup{keyword, {QOR_CLI_MODE_ANY}, terminal};
   setup.accepts = keyword;
@@ -83,7 +83,7 @@ TEST_F(Completion, ATreeWithoutARootOffersNothing) {
   EXPECT_EQ(status, 0);
 }
 
-TEST_F(Completion, ALineThatIsNoTokensFailsAndKeepsTheList) {
+TEST_F(Completion, AnInvalidLineFailsAndKeepsTheList) {
   tree.addPathToTree({node(echo("x"))});
   std::vector<AutoCompleteResult> results{
       {QOR_CLI_TOKEN_WORD, "old", "", {1, "old"}}};
@@ -105,7 +105,7 @@ TEST_F(Completion, CandidatesAreAppendedToTheList) {
   EXPECT_EQ(QorUnit::texts(results), "old <cr>");
 }
 
-TEST_F(Completion, AnEmptyLineAsksEveryFirstNodeThatMayBeUsed) {
+TEST_F(Completion, AnEmptyLineAsksEveryAuthorizedFirstNode) {
   forbidden.authorized = false;
   tree.addPathToTree({node(echo("a")), node(echo("below"))});
   tree.addPathToTree({node({"other-mode", {7}})});
@@ -118,7 +118,7 @@ TEST_F(Completion, AnEmptyLineAsksEveryFirstNodeThatMayBeUsed) {
                    "complete a 0 'last' space", "complete c 0 'last' space"}));
 }
 
-TEST_F(Completion, OnlyABlankFinishesTheLastWord) {
+TEST_F(Completion, OnlyABlankEndsTheLastWord) {
   tree.addPathToTree({node(echo("x")), node(echo("y"))});
   complete("x\t");
   complete("x ");
@@ -128,7 +128,7 @@ TEST_F(Completion, OnlyABlankFinishesTheLastWord) {
                           "match x 0 completing", "complete y 1 'last'"}));
 }
 
-TEST_F(Completion, APartialWordIsCompletedByItsNode) {
+TEST_F(Completion, ANodeCompletesItsPartialWord) {
   tree.addPathToTree({node(echo("xyz")), node(echo("below"))});
   EXPECT_EQ(complete("x"), "xyz");
   EXPECT_EQ(help("x"), "xyz");
@@ -136,7 +136,7 @@ TEST_F(Completion, APartialWordIsCompletedByItsNode) {
                           "match xyz 0 completing", "complete xyz 0 '' help"}));
 }
 
-TEST_F(Completion, AFinishedWordThatFitsNothingOffersNothing) {
+TEST_F(Completion, ACompleteUnknownWordOffersNothing) {
   TestNodeSetup spaces = echo("with spaces");
   spaces.internalSpaces = true;
   tree.addPathToTree({node(echo("xyz"))});
@@ -147,7 +147,7 @@ TEST_F(Completion, AFinishedWordThatFitsNothingOffersNothing) {
   EXPECT_EQ(help("x "), "with spaces");
 }
 
-TEST_F(Completion, EveryBranchThatFitsIsAsked) {
+TEST_F(Completion, EveryMatchingBranchIsAsked) {
   TestNodeSetup any = echo("any");
   any.accepts = "";
   tree.addPathToTree({node(echo("x")), node(echo("a"))});
@@ -159,8 +159,8 @@ TEST_F(Completion, EveryBranchThatFitsIsAsked) {
   EXPECT_EQ(complete("x a"), "d c") << "a is matched, and not terminal";
 }
 
-// Unlike execution, completion does not step back into such a node.
-TEST_F(Completion, ANodeThatSwallowsTheRestLeavesNoTokenToItsChildren) {
+// Unlike execution, completion does not retry such a node.
+TEST_F(Completion, AGreedyNodeLeavesNoTokenToItsChildren) {
   TestNodeSetup greedy = echo("all");
   greedy.accepts = "";
   greedy.swallows = 99;
@@ -172,8 +172,8 @@ TEST_F(Completion, ANodeThatSwallowsTheRestLeavesNoTokenToItsChildren) {
   }
 }
 
-// The line fits the keyword below. What the node offers, by what it is.
-TEST_F(Completion, AMatchedNodeOffersByWhatItIs) {
+// The line matches the keyword below.
+TEST_F(Completion, AMatchedNodeOffersByItsProperties) {
   struct {
     char const* name;
     bool terminal;
@@ -253,7 +253,7 @@ TEST_F(Completion, AMatchedNodeOffersByWhatItIs) {
   }
 }
 
-TEST_F(Completion, ANodeIsAskedAtItsWordAndItsChildrenBehindIt) {
+TEST_F(Completion, ANodeIsAskedAtItsWordAndItsChildrenAtTheNext) {
   TestNodeSetup greedy = echo("x", kTerminal);
   greedy.accepts = "";
   greedy.swallows = 1;
@@ -266,7 +266,7 @@ TEST_F(Completion, ANodeIsAskedAtItsWordAndItsChildrenBehindIt) {
                           "complete b 2 'last'"}));
 }
 
-TEST_F(Completion, ANodeMaySwallowSeveralTokens) {
+TEST_F(Completion, ANodeMayMatchSeveralTokens) {
   TestNodeSetup two = echo("two");
   two.accepts = "";
   two.swallows = 2;
@@ -288,7 +288,7 @@ TEST_F(Completion, ChildrenOfTheLastWordAreFilteredByModeOnly) {
   session.record.mode = QorCliModeEnum_1T{7};
   EXPECT_EQ(complete("x "), "a other-mode b");
 
-  // Authorization is not asked below the node that validation is called for.
+  // Validation does not check authorization below its node.
   AutoCompleteNode forbiddenEnd(&forbidden);
   TestNode top(echo("x"), calls);
   TestNode child(echo("child"), calls);
@@ -330,14 +330,14 @@ TEST_F(Completion, ABranchWithAForbiddenCommandOffersNothing) {
   EXPECT_EQ(complete("x "), "y z");
 }
 
-TEST_F(Completion, ABranchBelowTheSearchIsForbiddenOnItsOwn) {
+TEST_F(Completion, ASubtreeIsAuthorizedOnItsOwn) {
   forbidden.authorized = false;
   tree.addPathToTree({node(echo("y")), new AutoCompleteNode(&forbidden)});
   tree.addPathToTree({node(echo("z"))});
   EXPECT_EQ(complete("q"), "z");
 }
 
-TEST_F(Completion, EachBranchThatMayEndAddsItsReturn) {
+TEST_F(Completion, EachTerminalBranchAddsAReturn) {
   TestNodeSetup any = echo("any", kTerminal);
   any.accepts = "";
   any.offers = {};
@@ -347,7 +347,7 @@ TEST_F(Completion, EachBranchThatMayEndAddsItsReturn) {
   EXPECT_EQ(complete("x "), "<cr> <cr>");
 }
 
-TEST_F(Completion, TheReturnCandidateIsComplete) {
+TEST_F(Completion, TheReturnCandidateHasAllFields) {
   std::vector<AutoCompleteResult> results;
   tree.addCRtoOutput(results);
   tree.addCRtoOutput(results);
@@ -355,7 +355,7 @@ TEST_F(Completion, TheReturnCandidateIsComplete) {
             (Tokens{"2 <cr> [7 <cr>] ", "2 <cr> [7 <cr>] "}));
 }
 
-TEST_F(Completion, RemovesTheFirstCandidateOfAName) {
+TEST_F(Completion, RemovesTheFirstCandidateWithAName) {
   struct {
     Tokens offered;
     char const* name;
@@ -381,7 +381,7 @@ TEST_F(Completion, RemovesTheFirstCandidateOfAName) {
   }
 }
 
-TEST_F(Completion, TheTypedWordIsTakenOutAsTheNodeComparesIt) {
+TEST_F(Completion, RemovesTheTypedWordInTheCaseOfTheNode) {
   for (bool ignoreCase : {true, false}) {
     TestNodeSetup setup = echo("filter", kTerminal);
     setup.accepts = "FILTER";
@@ -392,7 +392,7 @@ TEST_F(Completion, TheTypedWordIsTakenOutAsTheNodeComparesIt) {
   }
 }
 
-TEST_F(Completion, TakesOutAnEqualCandidateOfAnEarlierBranch) {
+TEST_F(Completion, RemovesAnEqualCandidateOfAnEarlierBranch) {
   TestNodeSetup other = echo("other");
   other.accepts = "none";
   other.offers = {"x"};
@@ -431,7 +431,7 @@ TEST_F(Completion, AMultiTokenNodeAtTheLastWord) {
   }
 }
 
-TEST_F(Completion, AMultiTokenNodeThatRefusesTheLastWordCompletesIt) {
+TEST_F(Completion, AMultiTokenNodeCompletesALastWordItRejects) {
   TestNodeSetup picky = multiToken("multi", 1);
   picky.accepts = "a";
   tree.addPathToTree({node(picky)});
@@ -484,7 +484,7 @@ TEST_F(Completion, AMultiTokenNodeBeforeTheLastWord) {
   }
 }
 
-TEST_F(Completion, AMultiTokenNodeThatRefusesATokenIsGivenUp) {
+TEST_F(Completion, AMultiTokenNodeThatRejectsATokenIsSkipped) {
   TestNodeSetup picky = multiToken("multi", 0);
   picky.accepts = "a";
   tree.addPathToTree({node(picky)});
@@ -493,7 +493,7 @@ TEST_F(Completion, AMultiTokenNodeThatRefusesATokenIsGivenUp) {
   EXPECT_EQ(help("a b"), "next");
 }
 
-// The number is that of the last node operation that the walk keeps.
+// The status is that of the last node operation that the search keeps.
 TEST_F(Completion, ReturnsTheStatusOfTheLastNode) {
   TestNodeSetup one = echo("x", kTerminal);
   one.status = 1;
@@ -534,7 +534,7 @@ TEST_F(Completion, NothingIsRunOrReset) {
   }
 }
 
-TEST_F(Completion, OfKeywords) {
+TEST_F(Completion, CompletesKeywords) {
   tree.addPathToTree({keyword("show", true), end()});
   tree.addPathToTree({keyword("show", true), keyword("log", true), end()});
   tree.addPathToTree({keyword("shutdown", true, true), end()});
@@ -562,8 +562,8 @@ TEST_F(Completion, OfKeywords) {
   }
 }
 
-TEST_F(Completion, AnErrorOfANodeIsPassedOn) {
-  struct Refusing : TestNode {
+TEST_F(Completion, PropagatesAnErrorOfANode) {
+  struct Rejecting : TestNode {
     using TestNode::TestNode;
     int autoComplete(CliApiContext&, Tokens const&, std::string const&,
                      unsigned&, bool, bool, std::vector<AutoCompleteResult>&,
@@ -571,7 +571,7 @@ TEST_F(Completion, AnErrorOfANodeIsPassedOn) {
       throw Error("refused", 0);
     }
   };
-  tree.addPathToTree({new Refusing(echo("x"), calls)});
+  tree.addPathToTree({new Rejecting(echo("x"), calls)});
   EXPECT_THROW(help(""), Error);
   EXPECT_THROW(complete("y"), Error);
   EXPECT_NO_THROW(complete("x"));

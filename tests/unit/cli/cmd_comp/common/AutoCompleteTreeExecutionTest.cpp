@@ -71,7 +71,7 @@ TEST_F(Execution, AnEmptyLineRunsNothing) {
   EXPECT_EQ(calls, Calls{});
 }
 
-TEST_F(Execution, ALineThatIsNoTokensFails) {
+TEST_F(Execution, AnInvalidLineFails) {
   tree.addPathToTree({node({"any", {QOR_CLI_MODE_ANY}, true}), end(first)});
   EXPECT_EQ(run("a\"b\""), -1);
   EXPECT_EQ(matches, 0U);
@@ -87,7 +87,7 @@ TEST_F(Execution, RunsTheCommandBelowTheLastKeyword) {
   EXPECT_EQ(output.getOutput(), Tokens{"first ran"});
 }
 
-TEST_F(Execution, RunsTheCommandOfTheBranchThatFits) {
+TEST_F(Execution, RunsTheCommandOfTheMatchingBranch) {
   tree.addPathToTree({word("x", false), word("y", true), end(first)});
   tree.addPathToTree({word("x", false), word("z", true), end(second)});
   EXPECT_EQ(run("x z"), 2);
@@ -95,7 +95,7 @@ TEST_F(Execution, RunsTheCommandOfTheBranchThatFits) {
   EXPECT_EQ(runs(), Runs(0, 1));
 }
 
-TEST_F(Execution, GoesBackOutOfABranchThatLeadsNowhere) {
+TEST_F(Execution, BacktracksOutOfADeadEnd) {
   tree.addPathToTree({node({"any"}), word("y", true), end(first)});
   tree.addPathToTree({word("x", false), word("z", true), end(second)});
   EXPECT_EQ(run("x z"), 2);
@@ -103,7 +103,7 @@ TEST_F(Execution, GoesBackOutOfABranchThatLeadsNowhere) {
   EXPECT_EQ(calls, Calls{"match any 0 executing"});
 }
 
-TEST_F(Execution, RunsOnlyTheFirstOfTwoCommandsForALine) {
+TEST_F(Execution, RunsOnlyTheFirstOfTwoMatchingCommands) {
   for (char const* line : {"x", "x y"}) {
     matches = 0;
     tree.deleteTree();
@@ -121,7 +121,7 @@ TEST_F(Execution, RunsOnlyTheFirstOfTwoCommandsForALine) {
   EXPECT_EQ(runs(), Runs(2, 0));
 }
 
-TEST_F(Execution, AFailedCommandEndsTheWalkAsWell) {
+TEST_F(Execution, AFailedCommandEndsTheSearch) {
   first.result = -1;
   tree.addPathToTree({node({"a", {QOR_CLI_MODE_ANY}, true}), end(first)});
   tree.addPathToTree({node({"b", {QOR_CLI_MODE_ANY}, true}), end(second)});
@@ -130,7 +130,7 @@ TEST_F(Execution, AFailedCommandEndsTheWalkAsWell) {
   EXPECT_EQ(runs(), Runs(1, 0));
 }
 
-TEST_F(Execution, ACommandThatReturnsNothingSpecialEndsTheWalkAsWell) {
+TEST_F(Execution, ACommandWithAnyResultEndsTheSearch) {
   first.result = 0;
   tree.addPathToTree(
       {word("x", false), node({"a", {QOR_CLI_MODE_ANY}, true}), end(first)});
@@ -140,7 +140,7 @@ TEST_F(Execution, ACommandThatReturnsNothingSpecialEndsTheWalkAsWell) {
   EXPECT_EQ(runs(), Runs(1, 0));
 }
 
-TEST_F(Execution, AddsToTheCounterOfTheCaller) {
+TEST_F(Execution, IncrementsTheCallersCounter) {
   matches = 5;
   tree.addPathToTree({word("x", true), end(first)});
   EXPECT_EQ(run("y"), 0);
@@ -157,7 +157,7 @@ TEST_F(Execution, TheKeywordMustBeTerminal) {
   EXPECT_EQ(run("x"), 1);
 }
 
-TEST_F(Execution, AWholeWordIsNeeded) {
+TEST_F(Execution, RequiresAWholeWord) {
   tree.addPathToTree({word("show", true), end(first)});
   for (char const* line : {"sho", "shows", "show x", "x show"}) {
     EXPECT_EQ(run(line), 0) << line;
@@ -177,12 +177,12 @@ TEST_F(Execution, ANodeOfAnotherModeIsSkipped) {
   EXPECT_EQ(matches, 2U);
 }
 
-TEST_F(Execution, AHiddenNodeIsRunAllTheSame) {
+TEST_F(Execution, RunsAHiddenNode) {
   tree.addPathToTree({node({"x", {QOR_CLI_MODE_ANY}, true, true}), end(first)});
   EXPECT_EQ(run("x"), 1);
 }
 
-TEST_F(Execution, ANodeMaySwallowSeveralTokens) {
+TEST_F(Execution, ANodeMayMatchSeveralTokens) {
   TestNodeSetup greedy{"two"};
   greedy.swallows = 2;
   tree.addPathToTree({node(greedy), word("go", true), end(first)});
@@ -192,7 +192,7 @@ TEST_F(Execution, ANodeMaySwallowSeveralTokens) {
   EXPECT_EQ(run("a b c go"), 0);
 }
 
-TEST_F(Execution, ANodeThatSwallowsTheRestIsRetriedOneTokenBack) {
+TEST_F(Execution, AGreedyNodeIsRetriedAtTheLastToken) {
   TestNodeSetup greedy{"all"};
   greedy.swallows = 99;
   tree.addPathToTree({node(greedy), word("go", true), end(first)});
@@ -202,7 +202,7 @@ TEST_F(Execution, ANodeThatSwallowsTheRestIsRetriedOneTokenBack) {
   EXPECT_EQ(matches, 1U);
 }
 
-TEST_F(Execution, ANodeThatSwallowsTheRestMayEndTheLine) {
+TEST_F(Execution, AGreedyNodeMayEndTheLine) {
   TestNodeSetup greedy{"all", {QOR_CLI_MODE_ANY}, true};
   greedy.swallows = 99;
   tree.addPathToTree({node(greedy), end(first)});
@@ -216,7 +216,7 @@ TEST_F(Execution, ANodeThatSwallowsTheRestMayEndTheLine) {
                           "match all 2 executing"}));
 }
 
-TEST_F(Execution, AKeywordWithoutValidationStandsAside) {
+TEST_F(Execution, AKeywordWithoutValidationConsumesNoWord) {
   tree.addPathToTree({word("quick", false), word("log", false),
                       word("now", true), end(first)});
   tree.getRoot()->children()[0]->setValidationType(VALIDATION_NONE);
@@ -258,14 +258,14 @@ TEST_F(Execution, AMultiTokenNodeMayEndEarlyOnlyByItsKeyword) {
   EXPECT_EQ(matches, 1U);
 }
 
-TEST_F(Execution, AMultiTokenNodeAtTheLastTokenIsAnOrdinaryEnd) {
+TEST_F(Execution, AMultiTokenNodeAtTheLastTokenMayEndTheLine) {
   tree.addPathToTree(
       {word("set", false), node(multiToken("triple", 3)), end(first)});
   EXPECT_EQ(run("set a"), 1);
   EXPECT_EQ(calls, Calls{"match triple 1 executing"});
 }
 
-TEST_F(Execution, AMultiTokenNodeThatRefusesATokenIsGivenUp) {
+TEST_F(Execution, AMultiTokenNodeThatRejectsATokenIsSkipped) {
   TestNodeSetup picky = multiToken("MultiParms", 0);
   picky.accepts = "a";
   tree.addPathToTree({node(picky), end(first)});
@@ -296,7 +296,7 @@ TEST_F(Execution, AnUnauthorizedCommandIsAMatchThatFails) {
   EXPECT_EQ(runs(), Runs(0, 0));
 }
 
-TEST_F(Execution, APromptThatCannotBeSetIsAnError) {
+TEST_F(Execution, AFailureToSetThePromptIsAnError) {
   session.record.result = 7;
   first.prompt = "p>";
   tree.addPathToTree({word("x", true), end(first)});
@@ -305,8 +305,8 @@ TEST_F(Execution, APromptThatCannotBeSetIsAnError) {
   EXPECT_EQ(runs(), Runs(1, 0));
 }
 
-// Whatever a node says of its modes, it refuses to match in another one.
-struct Refusing : TestNode {
+// A node that always rejects the mode.
+struct Rejecting : TestNode {
   using TestNode::TestNode;
   bool isMatch(CliApiContext&, std::vector<std::string> const&, unsigned&,
                IOutput&, bool) override {
@@ -314,14 +314,15 @@ struct Refusing : TestNode {
   }
 };
 
-TEST_F(Execution, AnErrorOfANodeIsPassedOn) {
-  tree.addPathToTree({new Refusing({"x"}, calls), word("y", true), end(first)});
+TEST_F(Execution, PropagatesAnErrorOfANode) {
+  tree.addPathToTree(
+      {new Rejecting({"x"}, calls), word("y", true), end(first)});
   for (char const* line : {"x", "x y"}) {
     EXPECT_THROW(run(line), Error) << line;
   }
 }
 
-TEST_F(Execution, ValidationWantsAMatchAChildAndATerminalNode) {
+TEST_F(Execution, ValidationRequiresAMatchAChildAndATerminalNode) {
   struct {
     TestNodeSetup setup;
     bool withChild;
@@ -374,7 +375,7 @@ TEST_F(Execution, SearchStartsAtTheGivenPosition) {
   EXPECT_EQ(first.runs[0], (Tokens{"a", "x"}));
 }
 
-TEST_F(Execution, EveryCommandOfABranchMustAuthorize) {
+TEST_F(Execution, EveryCommandOfABranchMustBeAuthorized) {
   tree.addPathToTree({word("x", false), word("y", true), end(first)});
   tree.addPathToTree({word("x", false), word("z", true), end(second)});
   AutoCompleteNode* const x = tree.getRoot()->children()[0];

@@ -68,13 +68,13 @@ TEST_F(Building, IsReadyWhileItHasARoot) {
   EXPECT_EQ(shape(*tree.getRoot()), "Root(y)");
 }
 
-TEST_F(Building, TheRootCarriesNoCommand) {
+TEST_F(Building, TheRootHasNoCommand) {
   add({"x"});
   EXPECT_TRUE(tree.getRoot()->isRoot());
   EXPECT_FALSE(tree.getRoot()->isExecutable());
 }
 
-TEST_F(Building, PathsThatBeginAlikeShareNodes) {
+TEST_F(Building, PathsWithACommonPrefixShareNodes) {
   EXPECT_EQ(add({"x", "y", "z"}), 0U);
   AutoCompleteNode* const shared = &first();
   EXPECT_EQ(add({"x", "y", "w"}), 0U);
@@ -83,7 +83,7 @@ TEST_F(Building, PathsThatBeginAlikeShareNodes) {
   EXPECT_EQ(calls, (Calls{"delete x", "delete y"}));
 }
 
-TEST_F(Building, BranchesAreAppendedWhereThePathsPart) {
+TEST_F(Building, BranchesAreAppendedWherePathsDiverge) {
   add({"x", "y"});
   add({"b"});
   add({"a", "y"});
@@ -93,7 +93,7 @@ TEST_F(Building, BranchesAreAppendedWhereThePathsPart) {
   EXPECT_EQ(shape(*tree.getRoot()), "Root(x(y(e) c(d)) b a(y))");
 }
 
-TEST_F(Building, LetterCaseTellsNodesApart) {
+TEST_F(Building, LetterCaseDistinguishesNodes) {
   add({"Filter"});
   add({"filter"});
   EXPECT_EQ(shape(*tree.getRoot()), "Root(Filter filter)");
@@ -109,7 +109,7 @@ TEST_F(Building, AnEmptyPathNeedsARoot) {
   EXPECT_EQ(shape(*tree.getRoot()), "Root(x)");
 }
 
-TEST_F(Building, LinksASubPathAsItIs) {
+TEST_F(Building, LinksASubPathUnchanged) {
   add({"x"});
   std::vector<AutoCompleteNode*> const path{
       node({"ignored"}), node({"a", {7}, true, true}), node({"b"})};
@@ -128,17 +128,17 @@ TEST_F(Building, LinksASubPathAsItIs) {
 
 TEST_F(Building, FindsTheFirstChildWithTheKeyword) {
   add({"x"});
-  TestNode wanted({"x"}, calls);
+  TestNode searched({"x"}, calls);
   TestNode unknown({"X"}, calls);
-  EXPECT_EQ(tree.findChildNode(nullptr, wanted), nullptr);
-  EXPECT_EQ(tree.findChildNode(&first(), wanted), nullptr);
-  EXPECT_EQ(tree.findChildNode(tree.getRoot(), wanted), &first());
+  EXPECT_EQ(tree.findChildNode(nullptr, searched), nullptr);
+  EXPECT_EQ(tree.findChildNode(&first(), searched), nullptr);
+  EXPECT_EQ(tree.findChildNode(tree.getRoot(), searched), &first());
   EXPECT_EQ(tree.findChildNode(tree.getRoot(), unknown), nullptr);
   tree.addSubPathToTree({node({"x"})}, 0, tree.getRoot());
-  EXPECT_EQ(tree.findChildNode(tree.getRoot(), wanted), &first());
+  EXPECT_EQ(tree.findChildNode(tree.getRoot(), searched), &first());
 }
 
-TEST_F(Building, NodesOfAnyClassAreTheSameByKeyword) {
+TEST_F(Building, NodesOfAnyClassAreComparedByKeyword) {
   tree.addPathToTree(
       {new ACKeyword("x", "", {1}, false, false, QorCliCompletionToken_1T{0},
                      false, false, false, false, false)});
@@ -147,7 +147,7 @@ TEST_F(Building, NodesOfAnyClassAreTheSameByKeyword) {
   EXPECT_NE(dynamic_cast<ACKeyword*>(&first()), nullptr);
 }
 
-TEST_F(Building, ANodeIsHiddenOnlyWhileEveryPathHidesIt) {
+TEST_F(Building, ANodeIsHiddenOnlyIfEveryPathHidesIt) {
   struct {
     bool before;
     bool added;
@@ -164,7 +164,7 @@ TEST_F(Building, ANodeIsHiddenOnlyWhileEveryPathHidesIt) {
   }
 }
 
-TEST_F(Building, ANodeIsTerminalWhenAnyPathEndsThere) {
+TEST_F(Building, ANodeIsTerminalIfAnyPathEndsThere) {
   struct {
     bool before;
     bool added;
@@ -181,7 +181,7 @@ TEST_F(Building, ANodeIsTerminalWhenAnyPathEndsThere) {
   }
 }
 
-TEST_F(Building, TheStricterValidationHolds) {
+TEST_F(Building, TheStricterValidationWins) {
   struct {
     int before;
     int added;
@@ -198,7 +198,7 @@ TEST_F(Building, TheStricterValidationHolds) {
   }
 }
 
-TEST_F(Building, ModesAreUnited) {
+TEST_F(Building, ModesAreMerged) {
   tree.addPathToTree({node({"x", {1}})});
   tree.addPathToTree({node({"x", {2}})});
   for (unsigned mode = 0; mode < 4; ++mode) {
@@ -207,8 +207,7 @@ TEST_F(Building, ModesAreUnited) {
   }
 }
 
-// A command node that matches another by keyword, with every flag the other
-// way round.
+// A command node with the keyword of another node, and every flag inverted.
 struct NamedCommandNode : AutoCompleteNode {
   NamedCommandNode(AbstractCommand* ends, unsigned mode, Calls& calls)
       : AutoCompleteNode(ends), calls_(calls) {
@@ -221,7 +220,7 @@ struct NamedCommandNode : AutoCompleteNode {
   Calls& calls_;
 };
 
-TEST_F(Building, AnExecutableNodeMergesNothingButItsModes) {
+TEST_F(Building, AnExecutableNodeMergesOnlyItsModes) {
   tree.addPathToTree({node({"x", {1}, false, true})});
   auto* const executable = new NamedCommandNode(&command, 2, calls);
   executable->setPotentialTerminalNode(true);
@@ -245,14 +244,14 @@ TEST_F(Building, TheFirstOfTwoExecutableNodesKeepsItsCommand) {
   EXPECT_EQ(calls, Calls{"delete command node"});
 }
 
-TEST_F(Building, AnExecutableNodeTakesTheFlagsOfAPlainOne) {
+TEST_F(Building, AnExecutableNodeReceivesTheFlagsOfAPlainOne) {
   tree.addPathToTree({new NamedCommandNode(&command, 1, calls)});
   tree.addPathToTree({node({"x", {}, true})});
   EXPECT_TRUE(first().potentialTerminalNode());
   EXPECT_EQ(first().toString(), "one command");
 }
 
-TEST_F(Building, DeletesEveryNodeOnceChildrenFirst) {
+TEST_F(Building, DeletesEveryNodeOnceAfterItsChildren) {
   add({"x", "y", "z"});
   add({"x", "w"});
   tree.addPathToTree({new NamedCommandNode(&command, 1, calls)});
@@ -276,7 +275,7 @@ TEST_F(Building, ADestroyedTreeDeletesItsNodes) {
   EXPECT_EQ(calls, (Calls{"delete y", "delete x"}));
 }
 
-TEST_F(Building, DeletesASubtreeAndSkipsWhatIsNull) {
+TEST_F(Building, DeletesASubtreeAndSkipsNull) {
   TestNode* const top = node({"top"});
   top->addChild(nullptr);
   top->addChild(node({"child"}));
@@ -285,22 +284,22 @@ TEST_F(Building, DeletesASubtreeAndSkipsWhatIsNull) {
   EXPECT_EQ(calls, (Calls{"delete child", "delete top"}));
 }
 
-// A node that cannot be compared with others.
-struct Unspeakable : TestNode {
+// A node whose keyword throws.
+struct Unnamable : TestNode {
   using TestNode::TestNode;
   std::string keyword() const override { throw Error("no keyword", 0); }
 };
 
-TEST_F(Building, OwnsTheNodesOfAPathThatItCannotMerge) {
+TEST_F(Building, OwnsTheNodesOfAPathItCannotMerge) {
   add({"x", "z"});
   EXPECT_THROW(tree.addPathToTree(
-                   {node({"x"}), new Unspeakable({"u"}, calls), node({"y"})}),
+                   {node({"x"}), new Unnamable({"u"}, calls), node({"y"})}),
                Error);
   EXPECT_EQ(calls, (Calls{"delete x", "delete u", "delete y"}));
   EXPECT_EQ(shape(*tree.getRoot()), "Root(x(z))");
 }
 
-TEST_F(Building, TakesNodesFromTheirOwners) {
+TEST_F(Building, TakesUniquePointers) {
   auto const owned = [&](char const* keyword) {
     return std::make_unique<TestNode>(TestNodeSetup{keyword}, calls);
   };

@@ -6,7 +6,7 @@
 #include "CliApiContext5.h"
 #include "RecordingContext.h"
 
-// The interface only names these two.
+// The interface only declares these.
 struct QorCliCompletionData_1T {};
 struct QorCliPasswordPromptData_1T {};
 
@@ -16,7 +16,7 @@ namespace {
 using Calls = std::vector<std::string>;
 using QorUnit::RecordingContext;
 
-TEST(CliApiContext5, IsTrueOverARecordAndFalseOverNone) {
+TEST(CliApiContext5, IsTrueOnlyOverARecord) {
   QorCliApiContext_5 record{};
   CliApiContext5 context(&record);
   CliApiContext5 const& constant = context;
@@ -40,14 +40,14 @@ TEST(CliApiContext5, HasNoRecordOfALaterVersion) {
   EXPECT_EQ(constant.get_v8(), nullptr);
 }
 
-TEST(CliApiContext5, TheBaseHasNoRecordAtAll) {
+TEST(CliApiContext5, TheBaseHasNoRecord) {
   RecordingContext session;
   CliApiContext5 const& constant = session.context;
   EXPECT_EQ(session.context.CliApiContext::get_v5(), nullptr);
   EXPECT_EQ(constant.CliApiContext::get_v5(), nullptr);
 }
 
-TEST(CliApiContext5, KeepsTheActionIdItself) {
+TEST(CliApiContext5, StoresTheActionId) {
   RecordingContext session;
   EXPECT_EQ(session.context.getActionId(), 0U);
   session.context.setActionId(4294967295U);
@@ -99,7 +99,7 @@ TEST(CliApiContext5, SettersOfMembersWriteTheRecord) {
 }
 
 struct Forwarding {
-  char const* call;  // as the record writes it down
+  char const* call;  // as the record logs it
   std::function<QorReturnT(CliApiContext&)> operation;
   std::function<void(QorCliApiContext_5&)> remove;
 };
@@ -140,7 +140,7 @@ TEST(CliApiContext5, ForwardsToTheFunctionsOfTheRecord) {
   }
 }
 
-TEST(CliApiContext5, RefusesWhatTheRecordDoesNotOffer) {
+TEST(CliApiContext5, FailsIfTheRecordLacksTheFunction) {
   for (Forwarding const& row : forwardings()) {
     RecordingContext session;
     row.remove(session.record);
@@ -149,13 +149,13 @@ TEST(CliApiContext5, RefusesWhatTheRecordDoesNotOffer) {
   }
 }
 
-TEST(CliApiContext5, SetLockLeavesTheMemberToTheRecord) {
+TEST(CliApiContext5, SetLockDoesNotWriteTheMember) {
   RecordingContext session;
   session.context.setLock(QOR_CLI_LOCK_EXCLUSIVE);
   EXPECT_EQ(session.context.getLock(), QOR_CLI_LOCK_NONE);
 }
 
-TEST(CliApiContext5, SendsAPromptOnlyWhenOneIsWaiting) {
+TEST(CliApiContext5, SendsOnlyAPendingPrompt) {
   RecordingContext session;
   EXPECT_EQ(session.context.setPrompt(), 0);
   EXPECT_EQ(session.record.calls, Calls{});
@@ -195,7 +195,7 @@ TEST(CliApiContext5, KeepsACopyOfTheLatestPrompt) {
             (Calls{"setPrompt second", "setPrompt ", "setPrompt "}));
 }
 
-TEST(CliApiContext5, RefusesAPromptThatTheRecordCannotSet) {
+TEST(CliApiContext5, FailsIfTheRecordCannotSetAPrompt) {
   RecordingContext session;
   auto const function = session.record.setPrompt;
   session.record.setPrompt = nullptr;
@@ -207,7 +207,7 @@ TEST(CliApiContext5, RefusesAPromptThatTheRecordCannotSet) {
   EXPECT_EQ(session.record.calls, Calls{"setPrompt a>"});
 }
 
-TEST(CliApiContext5, AClonedContextHasTheActionIdAndNoPrompt) {
+TEST(CliApiContext5, ACloneHasTheActionIdAndNoPrompt) {
   RecordingContext session;
   session.context.setActionId(9);
   session.context.setPromptString("a>");

@@ -8,7 +8,7 @@ namespace {
 
 using namespace CliErrors;
 
-TEST(CliErrors, EveryMessageReadsAsCatalogued) {
+TEST(CliErrors, EveryMessageHasItsText) {
   struct {
     std::string message;
     char const* text;
@@ -83,7 +83,7 @@ TEST(CliErrors, CountsAreUnsignedDecimals) {
             "Too few arguments for action (a) that takes 0 parameters ");
 }
 
-TEST(CliErrors, ArgumentsAreInsertedAsTheyAre) {
+TEST(CliErrors, ArgumentsAreInsertedVerbatim) {
   EXPECT_EQ(invalidDN("%s \"\n"), "Invalid distinguished name (%s \"\n)");
   EXPECT_EQ(invalidDN(""), "Invalid distinguished name ()");
 }

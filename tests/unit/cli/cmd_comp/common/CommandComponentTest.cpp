@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Prints nothing but how many lines there were.
+// Prints the number of lines.
 class Count : public LineProcessor {
  public:
   static CommandSyntax syntax() { return {"count", "Count lines"}; }
@@ -26,7 +26,7 @@ class Count : public LineProcessor {
   unsigned count_ = 0;
 };
 
-// Prints what it is given.
+// Prints its input.
 class Copy : public TextProcessor {
  public:
   static CommandSyntax syntax() { return {"copy", "Copy lines"}; }
@@ -144,7 +144,7 @@ TEST_F(ComponentOfCommands, PrintsAtTheEndOfEachActionsInput) {
   EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(ComponentOfCommands, TellsOfFailures) {
+TEST_F(ComponentOfCommands, ReportsFailures) {
   EXPECT_EQ(use(QOR_CLI_ACTION_EXECUTE, "count x", "a\n"), -1);
   EXPECT_THAT(calls(),
               ElementsAre("setOutput 0 1 7 ERROR: Unexpected word 'x'\n"));
@@ -154,7 +154,7 @@ TEST_F(ComponentOfCommands, TellsOfFailures) {
               ElementsAre("setOutput 0 1 7 ERROR: nothing to count\n"));
 }
 
-TEST_F(ComponentOfCommands, ThrowsNothing) {
+TEST_F(ComponentOfCommands, NeverThrows) {
   EXPECT_EQ(functions().useModule(nullptr, 2, 1, &matches, "copy", ""), -1);
   EXPECT_EQ(functions().useModule(&session.record, 2, 1, nullptr, "copy", ""),
             -1);
@@ -166,8 +166,7 @@ TEST_F(ComponentOfCommands, ThrowsNothing) {
   EXPECT_EQ(answerWithoutThrowing([] { return 3; }), 3);
 }
 
-// Whatever failed, no run stays behind.
-TEST_F(ComponentOfCommands, EndsTheRunOfACallThatFails) {
+TEST_F(ComponentOfCommands, DiscardsTheRunOfAFailedCall) {
   auto const throws = [](QorCliApiContext_5*, unsigned, unsigned, unsigned,
                          char const*) -> QorReturnT {
     throw std::runtime_error("no terminal");
@@ -186,7 +185,7 @@ TEST_F(ComponentOfCommands, EndsTheRunOfACallThatFails) {
   EXPECT_THAT(calls(), IsEmpty());
 }
 
-// What one command cannot show is no reason to leave out another.
+// A command that fails does not prevent the completion of another.
 TEST_F(ComponentOfCommands, CompletesEveryCommand) {
   use(QOR_CLI_ACTION_EXECUTE, "count", "a\n");
   use(QOR_CLI_ACTION_EXECUTE, "copy", "b");
@@ -205,7 +204,7 @@ struct CopyAgain : Copy {
   using Copy::Copy;
 };
 
-TEST(CommandSet, RefusesASecondCommandOfAKeyword) {
+TEST(CommandSet, RejectsASecondCommandWithTheSameKeyword) {
   CommandSet commands;
   commands.add(makePipeCommand<Copy>());
   commands.add(makePipeCommand<Count>());
@@ -213,7 +212,7 @@ TEST(CommandSet, RefusesASecondCommandOfAKeyword) {
                        [&] { commands.add(makePipeCommand<CopyAgain>()); });
 }
 
-TEST_F(ComponentOfCommands, AStopEndsWhatIsUnderWay) {
+TEST_F(ComponentOfCommands, AStopDiscardsRuns) {
   use(QOR_CLI_ACTION_EXECUTE, "count", "a\n");
   registered->stop(QOR_STATE_CHANGE_NORMAL);
   EXPECT_EQ(inputComplete(), 0);
@@ -235,7 +234,7 @@ TEST_F(ComponentOfCommands, LivesFromInitialisationToTermination) {
   EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(ComponentOfCommands, IsTerminatedAlthoughItIsNotUnregistered) {
+TEST_F(ComponentOfCommands, TerminatesEvenIfUnregisteringFails) {
   use(QOR_CLI_ACTION_EXECUTE, "count", "a\n");
   unregisterThrows = true;
   qorLCMterminate();
@@ -246,7 +245,7 @@ TEST_F(ComponentOfCommands, IsTerminatedAlthoughItIsNotUnregistered) {
   EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(ComponentOfCommands, PassesOnWhyItIsNotRegistered) {
+TEST_F(ComponentOfCommands, ReturnsWhyItIsNotRegistered) {
   EXPECT_EQ(qorLCMinit(nullptr, nullptr), -1);
   registerResult = 7;
   EXPECT_EQ(init(), 7);

@@ -1,4 +1,4 @@
-// The suffix for a return code, with a framework whose texts are too long.
+// The suffix for a return code, with texts of the framework that are too long.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ std::string const& hostText() {
 
 }  // namespace
 
-// Takes the place of the function in the framework's runtime library.
+// Replaces the function of the framework's runtime library.
 char const* Qor::QorReturn::strerror(QorReturnT) noexcept {
   return hostText().c_str();
 }
@@ -27,7 +27,7 @@ char const* Qor::QorReturn::strerror(QorReturnT) noexcept {
 namespace QorCliUtilities {
 namespace {
 
-TEST(ErrorSuffix, IsCutToItsBufferAndTheMessageIsNot) {
+TEST(ErrorSuffix, IsTruncatedUnlikeTheMessage) {
   std::string const message(2500, 'm');
   std::string const suffix = ", rc = 5, error:" + hostText();
   EXPECT_EQ(std::string(Error(message, 5).what()),

@@ -10,8 +10,7 @@
 namespace QorCliUtilities {
 namespace {
 
-// What follows the message when there is a code. The text of a code is the
-// framework's.
+// The suffix for a code, whose text is the framework's.
 std::string suffix(int code) {
   return ", rc = " + std::to_string(code) +
          ", error:" + Qor::QorReturn::strerror(code);
@@ -48,7 +47,7 @@ TEST(Error, IsCaughtAsItsBases) {
   EXPECT_THROW(throw Error("x", 0), std::exception);
 }
 
-TEST(Error, ACopyHasATextOfItsOwn) {
+TEST(Error, ACopyOwnsItsText) {
   auto const original = std::make_unique<Error>("x", 5);
   Error const copy(*original);
   EXPECT_NE(copy.name(), original->name());
@@ -60,11 +59,11 @@ struct Named : Error {
   char const* name() const noexcept override { return "named"; }
 };
 
-TEST(Error, WhatFollowsANameOverriddenInASubclass) {
+TEST(Error, WhatReturnsAnOverriddenName) {
   EXPECT_STREQ(Named("x", 0).what(), "named");
 }
 
-TEST(Error, ComposesItsTextAnewInsteadOfAppending) {
+TEST(Error, RebuildsItsTextInsteadOfAppending) {
   Error error("x", 2);
   error.setMsgString();
   EXPECT_EQ(error.what(), "x" + suffix(2));

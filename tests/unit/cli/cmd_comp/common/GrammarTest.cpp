@@ -23,24 +23,24 @@ Grammar const& sort() {
   return grammar;
 }
 
-// What parse() makes of a line: "r key=3 O=up T=x P=a n=5", or the problem.
+// The result of parse() as "r key=3 O=up T=x P=a n=5", or the problem.
 std::string parsed(Tokens tokens) {
   tokens.insert(tokens.begin(), "sort");
   Arguments typed;
   if (Problem const problem = sort().parse(tokens, typed)) return problem.text;
-  std::string told = typed.has("-R") ? "r " : "";
-  if (typed.has("--key")) told += "key=" + typed.text("--key") + ' ';
-  if (typed.has("-o")) told += "O=" + typed.text("--order") + ' ';
-  if (typed.has("-T")) told += "T=" + typed.text("-t") + ' ';
-  told += "P=" + typed.text("<pattern>");
-  if (typed.has("<n>")) told += " n=" + std::to_string(typed.number("<n>"));
-  return told;
+  std::string result = typed.has("-R") ? "r " : "";
+  if (typed.has("--key")) result += "key=" + typed.text("--key") + ' ';
+  if (typed.has("-o")) result += "O=" + typed.text("--order") + ' ';
+  if (typed.has("-T")) result += "T=" + typed.text("-t") + ' ';
+  result += "P=" + typed.text("<pattern>");
+  if (typed.has("<n>")) result += " n=" + std::to_string(typed.number("<n>"));
+  return result;
 }
 
-TEST(Grammar, ReadsOptionsInAnyOrder) {
+TEST(Grammar, ParsesOptionsInAnyOrder) {
   struct {
     Tokens tokens;
-    char const* told;
+    char const* result;
   } const rows[] = {
       {{"a"}, "P=a"},
       {{"\"a b\""}, "P=a b"},
@@ -60,10 +60,10 @@ TEST(Grammar, ReadsOptionsInAnyOrder) {
       {{"-T", "-r", "a"}, "T=-r P=a"},
       {{"-T", "--bogus", "a"}, "T=--bogus P=a"},
   };
-  for (auto const& row : rows) EXPECT_EQ(parsed(row.tokens), row.told);
+  for (auto const& row : rows) EXPECT_EQ(parsed(row.tokens), row.result);
 }
 
-TEST(Grammar, NamesTheWordThatMakesNoSense) {
+TEST(Grammar, NamesTheInvalidWord) {
   constexpr char kKey[] =
       "' for integer parameter '--KEY'. Valid values are in range : [1,9]";
   struct {
@@ -90,16 +90,16 @@ TEST(Grammar, NamesTheWordThatMakesNoSense) {
       {{"--KEY", "-r", "a"}, "Invalid value '-r" + std::string(kKey)},
       {{"-o", "left", "a"},
        "Invalid value 'left' for parameter '-o'. Valid values are: [up,down]"},
-      {{"a", "--key"}, "Missing value behind '--key'"},
-      {{"-T"}, "Missing value behind '-T'"},
-      // The first one counts.
+      {{"a", "--key"}, "Missing value after '--key'"},
+      {{"-T"}, "Missing value after '-T'"},
+      // The first problem is reported.
       {{"-x", "--key", "0"}, "Unknown option '-x'"},
       {{"-x", "--key"}, "Unknown option '-x'"},
   };
   for (auto const& row : rows) EXPECT_EQ(parsed(row.tokens), row.problem);
 }
 
-TEST(Grammar, TellsKindsOfProblems) {
+TEST(Grammar, DistinguishesKindsOfProblems) {
   struct {
     Tokens tokens;
     Kind kind;
@@ -121,7 +121,7 @@ TEST(Grammar, TellsKindsOfProblems) {
   }
 }
 
-TEST(Grammar, WhatIsNotTypedHasADefault) {
+TEST(Grammar, OmittedParametersHaveDefaults) {
   Arguments typed;
   EXPECT_FALSE(sort().parse({"sort", "a"}, typed));
   EXPECT_FALSE(typed.has("-r"));
@@ -135,7 +135,7 @@ TEST(Grammar, WhatIsNotTypedHasADefault) {
   EXPECT_EQ(typed.number("<n>", 7), 9U);
 }
 
-TEST(Grammar, OnlyDigitsAreANumber) {
+TEST(Grammar, NumbersConsistOfDigits) {
   Arguments typed;
   EXPECT_FALSE(sort().parse({"sort", "-o", "up", "-T", "12", "3x"}, typed));
   EXPECT_EQ(typed.number("-T"), 12U);
@@ -143,7 +143,7 @@ TEST(Grammar, OnlyDigitsAreANumber) {
   QorUnit::expectError("Not a number: up", [&] { typed.number("-o"); });
 }
 
-TEST(Grammar, KnowsItsNamesOnly) {
+TEST(Grammar, RejectsUnknownNames) {
   Arguments typed;
   EXPECT_FALSE(sort().parse({"sort", "a"}, typed));
   for (char const* name : {"-x", "", "pattern", "--o"}) {
@@ -152,7 +152,7 @@ TEST(Grammar, KnowsItsNamesOnly) {
   }
 }
 
-TEST(Grammar, TheKeywordAloneMayMakeSense) {
+TEST(Grammar, TheKeywordAloneMayBeValid) {
   EXPECT_FALSE(sort().allowsNoWord());
   EXPECT_TRUE(Grammar({}, {}).allowsNoWord());
   EXPECT_TRUE(
@@ -180,7 +180,7 @@ TEST(Grammar, HasAFormForEachSpelling) {
   }
 }
 
-TEST(Grammar, RefusesATableThatMakesNoSense) {
+TEST(Grammar, RejectsAnInvalidTable) {
   Parameter const a = Parameter::text("<a>", "");
   Parameter const b = Parameter::text("<b>", "");
   struct {
@@ -199,10 +199,10 @@ TEST(Grammar, RefusesATableThatMakesNoSense) {
       {{{"-a", "--x", ""}, {"-b", "--X", ""}},
        {},
        "Two options have the form --X"},
-      {{}, {Parameter()}, "An argument does not exist"},
+      {{}, {Parameter()}, "An argument is an empty parameter"},
       {{},
        {a.optional(), b},
-       "The required argument <b> is behind an optional one"},
+       "The required argument <b> follows an optional one"},
       {{}, {a, Parameter::text("<A>", "")}, "Two arguments are named <A>"},
   };
   for (auto const& row : rows) {

@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Prints each line in brackets, and at the end how many there were.
+// Prints each line in brackets, and their number at the end.
 class Bracketing : public LineProcessor {
  public:
   void line(std::string_view text, Printer& printer) override {
@@ -24,27 +24,27 @@ class Bracketing : public LineProcessor {
   unsigned count_ = 0;
 };
 
-// Writes down what it is given.
+// Records its input.
 struct Recording : TextProcessor {
   void text(std::string_view lines, Printer&) override {
-    pieces.emplace_back(lines);
+    chunks.emplace_back(lines);
   }
-  std::vector<std::string> pieces;
+  std::vector<std::string> chunks;
 };
 
-std::vector<std::string> cut(std::vector<std::string> const& pieces,
+std::vector<std::string> cut(std::vector<std::string> const& chunks,
                              bool finish) {
   std::vector<std::string> printed;
   Printer printer(printed);
   Recording recording;
   LineCutter cutter;
-  for (auto const& piece : pieces) cutter.add(piece, recording, printer);
+  for (auto const& chunk : chunks) cutter.add(chunk, recording, printer);
   if (finish) cutter.finish(recording, printer);
   EXPECT_THAT(printed, IsEmpty());
-  return recording.pieces;
+  return recording.chunks;
 }
 
-TEST(LineCutter, KeepsWhatIsBehindTheLastLineFeed) {
+TEST(LineCutter, BuffersTextAfterTheLastLineFeed) {
   EXPECT_THAT(cut({}, true), IsEmpty());
   EXPECT_THAT(cut({"", ""}, true), IsEmpty());
   EXPECT_THAT(cut({"a\nb\n"}, true), ElementsAre("a\nb\n"));
@@ -55,8 +55,8 @@ TEST(LineCutter, KeepsWhatIsBehindTheLastLineFeed) {
   EXPECT_THAT(cut({"a", "\n", "\n"}, true), ElementsAre("a\n", "\n"));
 }
 
-// All texts of "a" and line feeds up to eight bytes, cut in every way.
-TEST(LineCutter, PiecesMakeNoDifference) {
+// All texts of "a" and line feeds up to eight bytes, split in every way.
+TEST(LineCutter, ChunksMakeNoDifference) {
   for (unsigned length = 0; length <= 8; ++length) {
     for (unsigned text = 0; text < 1U << length; ++text) {
       std::string whole;
@@ -112,7 +112,7 @@ TEST(Printer, PrintsABlankForANul) {
   EXPECT_THAT(printed, ElementsAre(" a  b \n 1 \nc \n"));
 }
 
-TEST(Printer, PrintsWholeLinesAsTheyAre) {
+TEST(Printer, PrintsWholeLinesUnchanged) {
   std::vector<std::string> printed;
   Printer printer(printed);
   printer.lines("a\n\nb\n");
@@ -127,9 +127,9 @@ std::size_t memoryOf(std::vector<std::string> const& texts) {
   return bytes;
 }
 
-// Neither the line feed behind a long line nor what is printed before and
-// behind it doubles the memory.
-TEST(Printer, TakesNoMoreThanALongLineNeeds) {
+// Neither the line feed of a long line nor output before and after it doubles
+// the memory.
+TEST(Printer, TakesNoMoreMemoryThanALongLine) {
   std::vector<std::string> printed;
   std::string const line(1U << 20U, 'x');
   Printer printer(printed);
@@ -142,7 +142,7 @@ TEST(Printer, TakesNoMoreThanALongLineNeeds) {
   EXPECT_LT(memoryOf(printed), line.size() + 200);
 }
 
-// The engine is called for each text, so that they must not be many.
+// The engine is called for each text, so there must not be many.
 TEST(Printer, JoinsShortLines) {
   std::vector<std::string> printed;
   Printer printer(printed);
@@ -150,7 +150,7 @@ TEST(Printer, JoinsShortLines) {
   EXPECT_EQ(printed.size(), 8U);
 }
 
-TEST(LineProcessor, IsGivenEachLineWithoutItsLineFeed) {
+TEST(LineProcessor, ReceivesEachLineWithoutItsLineFeed) {
   std::vector<std::string> printed;
   Printer printer(printed);
   Bracketing bracketing;

@@ -1,4 +1,4 @@
-// What operations write to the trace, in order.
+// The trace records of operations, in order.
 
 #include <gtest/gtest.h>
 
@@ -49,8 +49,8 @@ Lines progress(Lines const& trace) {
   return messages;
 }
 
-// A trace without the questions that are put to nodes and to the context on the
-// way, which are operations, too: see QuestionsToANode and TheContext.
+// A trace without queries of nodes and of the context, which are operations of
+// their own: see QueriesOfANode and TheContext.
 Lines steps(Lines const& trace) {
   std::set<std::string> const questions{"doNoAddCRCompletion",
                                         "getCursor",
@@ -81,14 +81,14 @@ Lines steps(Lines const& trace) {
   return kept;
 }
 
-// An operation, and the result that its exit record tells.
+// An operation, and the result in its exit record.
 struct Operation {
   std::function<void()> call;
   std::string name;
   std::string result;
 };
 
-// Expects the first and the last record of each to be its entry and its exit.
+// Expects each operation to begin with its entry and to end with its exit.
 void expectTraced(std::vector<Operation> const& operations) {
   for (Operation const& operation : operations) {
     operation.call();
@@ -162,7 +162,7 @@ std::string text(std::string result) {
 }
 void nothing() { OperationTrace().exit(); }
 
-TEST_F(Traced, ExitsTellTheResult) {
+TEST_F(Traced, ExitsIncludeTheResult) {
   EXPECT_EQ(integer(-7), -7);
   EXPECT_EQ(number(7U), 7U);
   EXPECT_TRUE(truth(true));
@@ -177,7 +177,7 @@ TEST_F(Traced, ExitsTellTheResult) {
                    "nothing >> ", "nothing << "}));
 }
 
-TEST_F(Traced, RecordsNameTheirLevelAndTheirPlace) {
+TEST_F(Traced, RecordsHaveALevelAndAnOrigin) {
   unsigned const line = __LINE__ + 1;
   integer(0);
   QOR_CLI_TRACE("progress %d", 5);
@@ -217,7 +217,7 @@ TEST_F(Traced, AnOperationLeftByAnExceptionHasNoExit) {
   EXPECT_EQ(steps(traceLog().takeShort()), (Lines{"isMatch >> 'show' "}));
 }
 
-TEST_F(Traced, TokenizerTellsQuotedAndOtherParts) {
+TEST_F(Traced, TokenizerTracesQuotedAndOtherParts) {
   std::vector<std::string> tokens;
   tree.tokenize(R"(set = "a b" , "c" x [ 1 ])", tokens, output);
   EXPECT_EQ(traceLog().takeShort(),
@@ -233,7 +233,7 @@ TEST_F(Traced, TokenizerTellsQuotedAndOtherParts) {
                    "validateToken << true", "tokenize << true"}));
 }
 
-TEST_F(Traced, TokenizerSaysNothingOfALineWithoutQuotes) {
+TEST_F(Traced, TokenizerTracesNoPartsWithoutQuotes) {
   std::vector<std::string> tokens;
   tree.tokenize("a = b c", tokens, output);
   tree.tokenize("", tokens, output);
@@ -354,7 +354,7 @@ TEST_F(Traced, HelpIsAnOperationOfItsOwn) {
              "helpRequestAndAutoCompleteCommand << -1", "helpRequest << -1"}));
 }
 
-TEST_F(Traced, ExecutionOfANodeThatSwallowsTheRest) {
+TEST_F(Traced, ExecutionOfAGreedyNode) {
   TestNodeSetup greedy{"all"};
   greedy.swallows = 99;
   tree.addPathToTree({node(greedy), node({"plain"})});
@@ -377,7 +377,7 @@ TEST_F(Traced, ExecutionOfAMultiTokenNode) {
              "Checking child 1: pair", "We found multi token node."}));
 }
 
-TEST_F(Traced, ExecutionOfWhatCannotBeRun) {
+TEST_F(Traced, ExecutionWithoutACommand) {
   AutoCompleteNode empty(nullptr);
   empty.execute(session.context, {}, output);
   EXPECT_EQ(steps(traceLog().takeShort()),
@@ -392,7 +392,7 @@ TEST_F(Traced, ExecutionOfWhatCannotBeRun) {
              "Authorization failed for node 'Log command'", "execute << -1"}));
 }
 
-TEST_F(Traced, CompletionGoesDownMatchedNodes) {
+TEST_F(Traced, CompletionDescendsIntoMatchedNodes) {
   TestNodeSetup other{"other"};
   other.modes = {7};
   tree.addPathToTree({node({"x"}), node({"y"}), node({"z"})});
@@ -448,7 +448,7 @@ TEST_F(Traced, BuildingAndDeletingATree) {
                    "addSubPathToTree << 0", "addPathToTree << 0"}));
 }
 
-TEST_F(Traced, QuestionsToANode) {
+TEST_F(Traced, QueriesOfANode) {
   command.authorized = true;
   AutoCompleteNode end(&command);
   CliApiContext& context = session.context;
@@ -481,7 +481,7 @@ TEST_F(Traced, QuestionsToANode) {
   });
 }
 
-TEST_F(Traced, QuestionsToOtherNodesAndTheTree) {
+TEST_F(Traced, QueriesOfOtherNodesAndTheTree) {
   ACKeyword const keyword("Show", "Help", {}, true, true,
                           QorCliCompletionToken_1T{0}, false, false, false,
                           false, false);
@@ -595,7 +595,7 @@ TEST_F(Traced, TheSink) {
              "getOutput >> ", "getOutput << ", "clear >> ", "clear << "}));
 }
 
-TEST_F(Traced, FilterOptionsTraceNothingButEntryAndExit) {
+TEST_F(Traced, FilterOptionsTraceOnlyEntryAndExit) {
   QorCliPipe::ACFilterOptions options({QOR_CLI_MODE_ANY}, VALIDATION_NONE,
                                       true);
   unsigned position = 1;
@@ -614,7 +614,7 @@ TEST_F(Traced, FilterOptionsTraceNothingButEntryAndExit) {
                    "addPossibility << ", "autoComplete << 0"}));
 }
 
-TEST_F(Traced, AParameterTracesNothingButEntryAndExit) {
+TEST_F(Traced, AParameterTracesOnlyEntryAndExit) {
   ACParameter node(Parameter::number("<n>", "Help"), true);
   unsigned position = 0;
   node.isMatch(session.context, {"x"}, position, output, true);
@@ -660,8 +660,7 @@ TEST_F(Traced, ACommandOfProcessors) {
                    "complete << 0", "forgetRuns >> ", "forgetRuns << "}));
 }
 
-// The file of every record is that of the operation.
-TEST_F(Traced, RecordsNameTheSourceFileOfTheirOperation) {
+TEST_F(Traced, RecordsNameTheirSourceFile) {
   tree.addPathToTree({word("show", true), new AutoCompleteNode(&command)});
   traceLog().take();
   tree.executeCommand(session.context, "show", &matches, output);

@@ -13,7 +13,7 @@ Parameter order() {
   return Parameter::choice("<order>", "The order", {"Up", "upside", "down"});
 }
 
-TEST(Parameter, AcceptsWhatStandsForIt) {
+TEST(Parameter, AcceptsValidWords) {
   struct {
     Parameter parameter;
     char const* word;
@@ -59,7 +59,7 @@ TEST(Parameter, HasAValueForEachWord) {
   EXPECT_EQ(order().value("Down"), "down");
 }
 
-TEST(Parameter, NamesTheWordThatItRefuses) {
+TEST(Parameter, NamesTheInvalidWord) {
   EXPECT_EQ(number().refusal("x", "-A"),
             "Invalid value 'x' for integer parameter '-A'. Valid values are in "
             "range : [3,12]");
@@ -71,12 +71,12 @@ TEST(Parameter, NamesTheWordThatItRefuses) {
             "[Up,upside,down]");
 }
 
-TEST(Parameter, RefusesToBeWhatAcceptsNothing) {
-  QorUnit::expectError("No number is valid: <n>",
+TEST(Parameter, RejectsEmptyRangesAndChoices) {
+  QorUnit::expectError("Empty range: <n>",
                        [] { Parameter::number("<n>", "", 3, 2); });
-  QorUnit::expectError("A choice without a word: <order>",
+  QorUnit::expectError("Empty choice: <order>",
                        [] { Parameter::choice("<order>", "", {}); });
-  QorUnit::expectError("A choice without a word: <order>", [] {
+  QorUnit::expectError("Empty choice: <order>", [] {
     Parameter::choice("<order>", "", {"up", ""});
   });
   EXPECT_TRUE(Parameter::number("<n>", "", 3, 3).accepts("3"));

@@ -36,7 +36,7 @@ class PipeActionTest : public testing::Test {
   unsigned matches = 0;
 };
 
-TEST_F(PipeActionTest, ExecutionHandsTheInputToTheCommand) {
+TEST_F(PipeActionTest, ExecutionPassesTheInputToTheCommand) {
   output.push_back(std::string("left over"));
   EXPECT_EQ(perform(QOR_CLI_ACTION_EXECUTE, "tail", "a\nb\n"), 4);
   EXPECT_EQ(matches, 1U);
@@ -65,8 +65,8 @@ TEST_F(PipeActionTest, CandidatesGoToTheContext) {
   EXPECT_THAT(command.runs, IsEmpty());
 }
 
-// Behind a whole word, completion offers to end the line; help says the word.
-TEST_F(PipeActionTest, CompletionAndHelpAreNotTheSame) {
+// After a whole word, completion offers to end the line; help shows the word.
+TEST_F(PipeActionTest, CompletionAndHelpDiffer) {
   EXPECT_EQ(perform(QOR_CLI_ACTION_COMPLETE, "tail", ""), 0);
   ASSERT_EQ(calls().size(), 1U);
   EXPECT_THAT(calls().front(), testing::HasSubstr("<cr>"));
@@ -83,7 +83,7 @@ TEST_F(PipeActionTest, OtherActionsDoNothing) {
   EXPECT_THAT(command.runs, IsEmpty());
 }
 
-TEST_F(PipeActionTest, OutputSkipsEmptyStringsAndCountsThem) {
+TEST_F(PipeActionTest, OutputSkipsButCountsEmptyStrings) {
   emitOutput(session.context, 7, {"", "a", "", "b"}, 0);
   EXPECT_THAT(calls(), ElementsAre("setOutput 1 4 7 a", "setOutput 3 4 7 b"));
 }
@@ -93,7 +93,7 @@ TEST_F(PipeActionTest, OutputOfAFailureIsItsFirstString) {
   EXPECT_THAT(calls(), ElementsAre("setOutput 1 3 7 error"));
 }
 
-TEST_F(PipeActionTest, AnAnswerIsTheOutputOfACommandThatWasRun) {
+TEST_F(PipeActionTest, AnswersWithTheOutputOfACommand) {
   PipeAction action{QOR_CLI_ACTION_EXECUTE, 7, &matches, "head", "a\n"};
   EXPECT_EQ(answerPipeAction(tree, session.context, action), 0);
   EXPECT_THAT(calls(), IsEmpty());

@@ -16,9 +16,8 @@ namespace {
 
 unsigned runsAlive = 0;
 
-// Prints the lines that begin with a letter, each with a number before it, and
-// at the end "end". Fails at a line "throw", and at the end when there was a
-// line "throw later".
+// Prints the lines that begin with a letter, each after its number, and finally
+// "end". Fails at a line "throw", and at the end after a line "throw later".
 class Number : public LineProcessor {
  public:
   static CommandSyntax syntax() {
@@ -72,7 +71,7 @@ class PipeCommandTest : public testing::Test {
     EXPECT_EQ(runsAlive, 0U);
   }
 
-  // What the engine is shown of a chunk of an action's input.
+  // The output for a chunk of an action's input.
   std::string execute(char const* line, char const* chunk, unsigned id = 1) {
     LinesOutput output;
     output.push_back(std::string(chunk));
@@ -115,7 +114,7 @@ TEST_F(PipeCommandTest, WorksLineByLine) {
   EXPECT_EQ(status, 0);
 }
 
-TEST_F(PipeCommandTest, ReadsTheWordsOfTheLine) {
+TEST_F(PipeCommandTest, ParsesTheLine) {
   EXPECT_EQ(execute("number -s 3 a -q", "a\nb\nab\n"), R"({ "3 a\n6 ab\n" })");
   EXPECT_EQ(complete(), "{}");
   EXPECT_EQ(execute("NUMBER \"a b\" --STEP 9", "ab\na b\n"),
@@ -127,7 +126,7 @@ TEST_F(PipeCommandTest, KeepsARunForEachAction) {
   execute("number", "a\n", 2);
   EXPECT_EQ(runsAlive, 2U);
   EXPECT_EQ(execute("number -s 2", "b\n", 1), R"({ "4 b\n" })");
-  // Only the first chunk's words are read.
+  // Later chunks ignore the words.
   EXPECT_EQ(execute("number -x", "c\n", 1), R"({ "6 c\n" })");
   EXPECT_EQ(execute("number", "b\n", 2), R"({ "2 b\n" })");
   EXPECT_EQ(complete(2), R"({ "end\n" })");
@@ -138,14 +137,14 @@ TEST_F(PipeCommandTest, KeepsARunForEachAction) {
   EXPECT_EQ(complete(1), "{}");
 }
 
-TEST_F(PipeCommandTest, TellsTheOperatorWhyItFails) {
+TEST_F(PipeCommandTest, ReportsWhyItFails) {
   struct {
     char const* line;
     char const* error;
   } const rows[] = {
       {"number -x", "Unknown option '-x'"},
       {"number a b", "Unexpected word 'b'"},
-      {"number -s", "Missing value behind '-s'"},
+      {"number -s", "Missing value after '-s'"},
       {"number -S 0",
        "Invalid value '0' for integer parameter '-S'. Valid values are in "
        "range : [1,9]"},
@@ -163,7 +162,7 @@ TEST_F(PipeCommandTest, TellsTheOperatorWhyItFails) {
   }
 }
 
-TEST_F(PipeCommandTest, AFailureEndsTheRun) {
+TEST_F(PipeCommandTest, AFailureDiscardsTheRun) {
   EXPECT_EQ(execute("number", "a\n"), R"({ "1 a\n" })");
   EXPECT_EQ(execute("number", "b\nthrow\nc\n"), R"({ "ERROR: thrown\n" })");
   EXPECT_EQ(status, -1);
@@ -188,7 +187,7 @@ TEST_F(PipeCommandTest, MayFailAtTheEnd) {
   EXPECT_EQ(complete(), "{}");
 }
 
-// Each line with what Tab and help offer, as "<text>:<kind>".
+// The candidates of Tab and help, as "<text>:<kind>".
 TEST_F(PipeCommandTest, IsOfferedWordByWord) {
   constexpr char kAll1[] =
       "--order:1 --step:1 -o:1 -q:1 -s:1 <letter>:1 <cr>:1";
@@ -238,10 +237,10 @@ TEST_F(PipeCommandTest, IsOfferedWordByWord) {
   }
 }
 
-// All lines of up to four of these words. Where help offers "<cr>", the line
-// runs, and nowhere else; so does Tab. What is offered may stand there: typed,
-// it leaves no problem but that something is missing behind it.
-TEST_F(PipeCommandTest, OffersWhatItAccepts) {
+// All lines of up to four of these words. Help and Tab offer "<cr>" if and only
+// if the line runs. Once typed, a candidate causes no problem but a missing
+// word after it.
+TEST_F(PipeCommandTest, OffersOnlyWhatItAccepts) {
   char const* const words[] = {"-s",  "--STEP", "-o", "up", "-q",
                                "--x", "5",      "0",  "a",  "-"};
   std::vector<std::string> lines{"number"};
@@ -287,7 +286,7 @@ class Copy : public LineProcessor {
   void line(std::string_view, Printer&) override {}
 };
 
-TEST_F(PipeCommandTest, OffersWhatIsNotUsedYet) {
+TEST_F(PipeCommandTest, OffersUnusedOptions) {
   auto const copy = makePipeCommand<Copy>();
   copy->addTo(tree);
   struct {
@@ -306,9 +305,8 @@ TEST_F(PipeCommandTest, OffersWhatIsNotUsedYet) {
   }
 }
 
-// All lines of up to four of these words that are valid as far as they go. What
-// of them may stand behind a line is offered there, but for an option that has
-// been typed already.
+// All valid prefixes of lines of up to four of these words. Each word that may
+// follow is offered, unless it is an option that has been typed already.
 template <class Processor>
 void expectOffersWhatMayFollow(PipeCommandTest& test,
                                std::vector<std::string> const& words) {
@@ -344,7 +342,7 @@ void expectOffersWhatMayFollow(PipeCommandTest& test,
   EXPECT_GT(lines.size(), 100U);
 }
 
-TEST_F(PipeCommandTest, OffersWhatMayFollow) {
+TEST_F(PipeCommandTest, OffersAllThatMayFollow) {
   auto const copy = makePipeCommand<Copy>();
   copy->addTo(tree);
   expectOffersWhatMayFollow<Copy>(*this, {"-f", "--file", "-i", "-", "a"});
@@ -352,15 +350,15 @@ TEST_F(PipeCommandTest, OffersWhatMayFollow) {
       *this, {"-s", "--step", "-o", "up", "-q", "5", "a", "-"});
 }
 
-// What has been completed before makes no difference to what runs.
+// An earlier completion does not affect what runs.
 TEST_F(PipeCommandTest, RunsAfterCompletion) {
   offered("number -s 3 a ", false);
   EXPECT_EQ(execute("number -s 3", "a\n"), R"({ "3 a\n" })");
   EXPECT_EQ(offered("number -q", true), "-q:1 <cr>:1");
 }
 
-// An invalid word and one that no choice begins with are told apart.
-TEST_F(PipeCommandTest, OffersNothingToGoOnFrom) {
+// An invalid word differs from one that no choice begins with.
+TEST_F(PipeCommandTest, OffersNothingAfterAnInvalidWord) {
   struct {
     std::vector<std::string> tokens;
     bool endsWithSpace;

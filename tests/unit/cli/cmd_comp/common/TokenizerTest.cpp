@@ -28,7 +28,7 @@ void expectTokens(Row const& row) {
   EXPECT_TRUE(output.getOutput().empty());
 }
 
-TEST(Tokenizer, CutsALineAtWhiteSpace) {
+TEST(Tokenizer, SplitsALineAtWhiteSpace) {
   Row const rows[] = {
       {"", true, {}},
       {" ", true, {}},
@@ -73,7 +73,7 @@ TEST(Tokenizer, KeepsQuotedTextWhole) {
        true,
        {R"("b = c")", "d=e", R"("f , g")", "h=i"}},
       {R"(say "a \" b")", true, {"say", R"("a \" b")"}},
-      // Without another quote behind it, an escaped quote ends the text.
+      // Without another quote, an escaped quote ends the text.
       {R"(say "a \\" b)", true, {"say", R"("a \\")", "b"}},
       {R"(say "a \" b)", true, {"say", R"("a \")", "b"}},
       {"say \"a\n b\"", true, {"say", "\"a\n b\""}},
@@ -90,7 +90,7 @@ TEST(Tokenizer, KeepsQuotedTextWhole) {
   for (Row const& row : rows) expectTokens(row);
 }
 
-TEST(Tokenizer, RunsAnOpenQuoteToTheEndOfTheLine) {
+TEST(Tokenizer, ExtendsAnOpenQuoteToTheEndOfTheLine) {
   Row const rows[] = {
       {"say \"open = end", true, {"say", "\"open=end"}},
       {"\"", true, {"\""}},
@@ -100,7 +100,7 @@ TEST(Tokenizer, RunsAnOpenQuoteToTheEndOfTheLine) {
   for (Row const& row : rows) expectTokens(row);
 }
 
-TEST(Tokenizer, RefusesQuotedTextGluedToOtherText) {
+TEST(Tokenizer, RejectsQuotedTextGluedToOtherText) {
   Row const rows[] = {
       {R"(abc"def")", false, {}},
       {R"(a="b"c)", false, {}},
@@ -115,7 +115,7 @@ TEST(Tokenizer, RefusesQuotedTextGluedToOtherText) {
   for (Row const& row : rows) expectTokens(row);
 }
 
-TEST(Tokenizer, AppendsToTheTokensThatAreThere) {
+TEST(Tokenizer, AppendsToExistingTokens) {
   AutoCompleteTree const tree;
   QorCliPipe::PipeOutput1 output;
   Tokens tokens{"old"};
@@ -140,12 +140,12 @@ TEST(Tokenizer, ReportsWhereATokenIsInvalid) {
       {R"(f("a"))", 0, 6, true, kUntouched},
       {R"(x="a",y="b"c)", 0, 12, false, 11},
       {R"(x="a",y"b")", 0, 10, false, 6},
-      {R"(abc "x"y)", 0, 3, true, kUntouched},  // the quotes lie beyond
+      {R"(abc "x"y)", 0, 3, true, kUntouched},  // the quotes are beyond
       {R"(abc "x"y)", 4, 4, false, 7},
-      {R"(abc"x" y)", 3, 3, false, 2},  // looks before the token
+      {R"(abc"x" y)", 3, 3, false, 2},  // checks before the token
       {R"("a" "b"c)", 0, 3, true, kUntouched},
       {R"("ab)", 0, 3, true, kUntouched},
-      {R"("a"b)", 4, 1, true, kUntouched},  // nothing stands there
+      {R"("a"b)", 4, 1, true, kUntouched},  // there is no token
       {R"("a"b)", 9, 4, true, kUntouched},
   };
   for (auto const& row : rows) {
@@ -158,13 +158,13 @@ TEST(Tokenizer, ReportsWhereATokenIsInvalid) {
   }
 }
 
-// Every byte but the quote itself, before and behind quoted text.
+// Every byte but the quote itself, before and after quoted text.
 TEST(Tokenizer, AcceptsOnlySomeCharactersBesideQuotes) {
   for (int value = 0; value < 256; ++value) {
     char const c = static_cast<char>(value);
     if (c == '"') continue;
     bool const before = value != 0 && std::strchr("=[,()> \t\n\v\f\r", c);
-    bool const behind = value != 0 && std::strchr(" ,(])", c);
+    bool const after = value != 0 && std::strchr(" ,(])", c);
     unsigned errorPosition = 99;
     EXPECT_EQ(AutoCompleteTree().validateToken(std::string(1, c) + R"("q")", 0,
                                                4, errorPosition),
@@ -174,13 +174,13 @@ TEST(Tokenizer, AcceptsOnlySomeCharactersBesideQuotes) {
     errorPosition = 99;
     EXPECT_EQ(AutoCompleteTree().validateToken(R"("q")" + std::string(1, c), 0,
                                                4, errorPosition),
-              behind)
+              after)
         << value;
-    EXPECT_EQ(errorPosition, behind ? 99U : 3U) << value;
+    EXPECT_EQ(errorPosition, after ? 99U : 3U) << value;
   }
 }
 
-TEST(Tokenizer, MakesExpressionsStateFree) {
+TEST(Tokenizer, RemovesCapturingGroups) {
   EXPECT_EQ(statefreeRegex(""), "");
   EXPECT_EQ(statefreeRegex("a"), "a");
   EXPECT_EQ(statefreeRegex("(a)(b)"), "(?:a)(?:b)");
