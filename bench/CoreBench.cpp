@@ -1,6 +1,6 @@
-// How long the parts of the component take that work on text: the tokenizer,
-// the matcher and the filter core. Every answer is checked before it is timed;
-// a wrong one ends the program with exit status 1.
+// The time of the parts of the component that process text: the tokenizer, the
+// matcher and the filter core. Every result is checked before it is timed; a
+// wrong one ends the program with exit status 1.
 
 #include <benchmark/benchmark.h>
 
@@ -14,9 +14,9 @@
 #include "AutoCompleteTree.h"
 #include "ContextRules.h"
 #include "LineFilter.h"
+#include "LineFreeList.h"
 #include "LineMatcher.h"
 #include "PipeOutput1.h"
-#include "SpareLines.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ using QorCliMatching::LineFilter;
 using QorCliMatching::LineMatcher;
 using QorCliPipe::ContextRules;
 
-constexpr double kSeconds = 1;  // for the lines of a call
+constexpr double kSeconds = 1;  // time limit of a call
 
 void require(bool right, std::string const& what) {
   if (right) return;
@@ -47,14 +47,14 @@ void tokenize(benchmark::State& state, std::string const& line,
   }
 }
 
-// ---- Text of which a share of the lines holds what is looked for
+// ---- Text with a share of selected lines
 
 constexpr std::size_t kTextSize = std::size_t{1} << 20;  // bytes
 constexpr std::size_t kLineSize = 64;  // bytes, with the line feed
-constexpr char kWanted[] = "core1 error: crc on 10.0.1.1, retry 3";
+constexpr char kSelected[] = "core1 error: crc on 10.0.1.1, retry 3";
 constexpr char kOther[] = "core1 all is well";
 
-// One line of `size` bytes that begins with `begin`.
+// A line of `size` bytes that begins with `begin`.
 std::string line(std::string begin, std::size_t size) {
   begin.resize(size - 1, ' ');
   return begin + '\n';
@@ -63,17 +63,17 @@ std::string line(std::string begin, std::size_t size) {
 struct Text {
   std::string text;
   std::size_t lines = 0;
-  std::size_t wanted = 0;
+  std::size_t selected = 0;
 };
 
-// Of a hundred lines, `percent` are wanted, evenly spread.
+// Of a hundred lines, `percent` are selected, evenly spread.
 Text textOf(std::size_t percent, std::size_t lineSize = kLineSize) {
   Text result;
   while (result.text.size() + lineSize <= kTextSize) {
     ++result.lines;
-    bool const isWanted = result.lines * percent / 100 > result.wanted;
-    if (isWanted) ++result.wanted;
-    result.text += line(isWanted ? kWanted : kOther, lineSize);
+    bool const isSelected = result.lines * percent / 100 > result.selected;
+    if (isSelected) ++result.selected;
+    result.text += line(isSelected ? kSelected : kOther, lineSize);
   }
   return result;
 }
@@ -96,14 +96,14 @@ constexpr Pattern kPatterns[] = {
     {"regular", "(\\w+\\W+)+retry", false},
     {"timed", "(?<!, )crc on", false}};
 
-void matchLine(benchmark::State& state, Pattern const& pattern, bool wanted) {
+void matchLine(benchmark::State& state, Pattern const& pattern, bool selected) {
   LineMatcher matcher(pattern.pattern, pattern.ignoreCase, kSeconds);
-  std::string const text(wanted ? kWanted : kOther);
-  require(matcher.matches(text) == wanted, pattern.name);
+  std::string const text(selected ? kSelected : kOther);
+  require(matcher.matches(text) == selected, pattern.name);
   for (auto _ : state) benchmark::DoNotOptimize(matcher.matches(text));
 }
 
-// Compiling the expression, JIT code included.
+// Compiling the pattern, including JIT code.
 void compile(benchmark::State& state, Pattern const& pattern) {
   for (auto _ : state) {
     LineMatcher matcher(pattern.pattern, pattern.ignoreCase, kSeconds);
@@ -119,7 +119,7 @@ struct Job {
   int context;  // lines, before and after
 };
 
-// Filters the text once; returns how many strings are kept.
+// Filters the text once; returns the number of kept strings.
 std::size_t filter(LineFilter& filter, Job const& job,
                    std::string const& text) {
   QorCliPipe::PipeCmd::FilterStruct state;
@@ -127,16 +127,17 @@ std::size_t filter(LineFilter& filter, Job const& job,
   ContextRules rules(job.context, job.context, state, kept);
   filter.filter(text, job.invert, rules);
   std::size_t const count = kept.size();
-  QorCliPipe::keepAsSpare(kept);
+  QorCliPipe::recycleLines(kept);
   return count;
 }
 
 void filterText(benchmark::State& state, Job const& job, Text const& text) {
   LineFilter lineFilter(job.pattern.pattern, job.pattern.ignoreCase);
   std::size_t const kept = filter(lineFilter, job, text.text);
-  std::size_t const wanted =
-      job.invert ? text.lines - text.wanted : text.wanted;
-  require(job.context == 0 ? kept == wanted : kept >= wanted, job.pattern.name);
+  std::size_t const selected =
+      job.invert ? text.lines - text.selected : text.selected;
+  require(job.context == 0 ? kept == selected : kept >= selected,
+          job.pattern.name);
   for (auto _ : state) {
     benchmark::DoNotOptimize(filter(lineFilter, job, text.text));
   }
@@ -144,20 +145,20 @@ void filterText(benchmark::State& state, Job const& job, Text const& text) {
       static_cast<std::int64_t>(state.iterations() * text.text.size()));
 }
 
-// ---- Kept lines, in memory of their own or in that of lines printed before
+// ---- Kept lines, in new memory or in memory of the free list
 
-constexpr std::size_t kKeptLines = 2000;  // about those of a chunk
+constexpr std::size_t kKeptLines = 2000;  // as in a chunk
 
-void keepLines(benchmark::State& state, bool areSpare) {
-  std::string const kept = line(kWanted, kLineSize);
+void keepLines(benchmark::State& state, bool useFreeList) {
+  std::string const kept = line(kSelected, kLineSize);
   std::vector<std::string> lines;
   for (auto _ : state) {
     for (std::size_t i = 0; i < kKeptLines; ++i) {
       QorCliPipe::appendLine(kept, lines);
     }
     benchmark::DoNotOptimize(lines.data());
-    if (areSpare) {
-      QorCliPipe::keepAsSpare(lines);
+    if (useFreeList) {
+      QorCliPipe::recycleLines(lines);
     } else {
       lines = {};
     }
@@ -213,8 +214,8 @@ void registerFilters() {
 }
 
 void registerLines() {
-  benchmark::RegisterBenchmark("KeepLines/own memory", keepLines, false);
-  benchmark::RegisterBenchmark("KeepLines/spare memory", keepLines, true);
+  benchmark::RegisterBenchmark("KeepLines/new memory", keepLines, false);
+  benchmark::RegisterBenchmark("KeepLines/free list", keepLines, true);
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ bool ACFilterOptions::isNumber(std::string const& text) {
   return trace.exitWith(QorCliUtilities::isDecimalNumber(text));
 }
 
-// Any word that is a form of an option uses the option up, the pattern too. A
-// number is judged by the word before it.
+// Any word that is a form of an option uses it up, even as the pattern. The
+// role of a number depends on the word before it.
 ACFilterOptions::Reading ACFilterOptions::read(
     std::vector<std::string> const& tokens, bool, bool helpRequest) const {
   using Place = Reading::Place;

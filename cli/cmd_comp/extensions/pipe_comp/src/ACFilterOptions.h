@@ -10,14 +10,14 @@
 
 namespace QorCliPipe {
 
-// The node for everything behind the keyword "filter": the options in any order
+// The node for everything after the keyword "filter": the options in any order
 // and the pattern (filterGrammar()).
 //
-// What it offers depends on the last two words alone: a pattern may be offered
-// again, and behind a pattern there is only the end of the line.
+// Candidates depend only on the last two words: a pattern may be offered twice,
+// and after a pattern only the end of the line is offered.
 class ACFilterOptions : public QorCliUtilities::ACOptions {
  public:
-  // A written form of an option: a row of the option table.
+  // A form of an option: a row of the option table.
   using ACFilterOption = QorCliUtilities::OptionForm;
 
   // A visible node; the arguments are those of AutoCompleteNode.
@@ -25,11 +25,11 @@ class ACFilterOptions : public QorCliUtilities::ACOptions {
                   QorCliUtilities::Validation_Type validation,
                   bool potentialTerminalNode);
 
-  // False: behind several words, the tree offers the end of the line.
+  // False: after several words, the tree offers the end of the line.
   bool isLastMultiTokenElement(
       QorCliUtilities::CliApiContext& context) const override;
 
-  // Whether every character of `text` is a decimal digit; true for no text.
+  // Whether every character of `text` is a decimal digit; true if it is empty.
   static bool isNumber(std::string const& text);
 
  protected:
@@ -37,7 +37,7 @@ class ACFilterOptions : public QorCliUtilities::ACOptions {
                bool helpRequest) const override;
 
  private:
-  // The option table, by lower-case written form.
+  // The option table, by lower-case form.
   std::map<std::string, ACFilterOption> const options_;
 };
 

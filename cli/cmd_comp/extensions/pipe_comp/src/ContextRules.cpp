@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "SpareLines.h"
+#include "LineFreeList.h"
 #include "TextSearch.h"
 
 namespace QorCliPipe {
@@ -10,14 +10,14 @@ namespace {
 
 constexpr char kSeparator[] = "   --\n";
 
-// Takes the first line off `lines`, with its line feed.
+// Removes the first line from `lines` and returns it, with its line feed.
 std::string_view takeLine(std::string_view& lines) {
   std::string_view const line = lines.substr(0, lines.find('\n') + 1);
   lines.remove_prefix(line.size());
   return line;
 }
 
-// The last `count` lines of `lines`, or all when there are fewer.
+// The last `count` lines of `lines`, or all of them if there are fewer.
 std::string_view lastLines(std::string_view lines, std::size_t count) {
   std::size_t begin = lines.size();
   while (begin != 0 && count-- != 0) {
@@ -61,8 +61,8 @@ void ContextRules::unselected(std::string_view lines) {
   if (!lines.empty() && before_ != 0) keepForLater(lines);
 }
 
-// The line that ends a run is dropped, not kept as leading context: with both
-// kinds of context the run has ended one line earlier, with the last line of
+// The line that ends a run is dropped, not kept as leading context. With both
+// kinds of context, the run ends one line earlier, with the last line of
 // trailing context.
 void ContextRules::unselectedLineInRun(std::string_view line) {
   if (state_.trailingLinesLeft == 0) {
@@ -75,9 +75,9 @@ void ContextRules::unselectedLineInRun(std::string_view line) {
   if (state_.trailingLinesLeft == 0 && before_ != 0) state_.runCounter = 0;
 }
 
-// Of many lines only the last ones can become context; the others are skipped.
-// More lines than the limit are held when the call before had a larger one:
-// each of them is dropped for a line that comes.
+// Only the last lines can become context; the others are skipped. After a call
+// with a larger limit, the ring buffer holds more lines than this limit: each
+// new line then replaces one.
 void ContextRules::keepForLater(std::string_view lines) {
   auto const limit = static_cast<std::size_t>(before_);
   std::string_view last =

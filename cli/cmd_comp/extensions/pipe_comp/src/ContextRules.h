@@ -10,20 +10,19 @@
 
 namespace QorCliPipe {
 
-// Which lines of a text are kept, given which of them are selected: those,
-// lines of context around them, and separators between groups.
+// Decides which lines of a text are kept: the selected ones and context lines
+// around them, with separators between groups.
 //
-// A push takes time proportional to its lines, and unselected lines that are of
-// no use as context are not looked at one by one. Kept lines are appended to
-// the sink, one string each, and so is the separator "   --\n". The state lives
-// outside, so that a text may come in several chunks. When memory runs out,
-// std::bad_alloc is thrown; sink and state stay usable. Used by one thread at a
-// time, as are the state and the sink.
+// A push takes time linear in its lines; unselected lines that cannot become
+// context are not visited. Kept lines and the separator "   --\n" are appended
+// to the sink, one string each. The caller owns the state, so that a text may
+// come in several chunks. Throws std::bad_alloc if memory runs out; sink and
+// state stay usable. Used, with both, by one thread at a time.
 class ContextRules : public QorCliMatching::LineSink {
  public:
-  // `after` and `before` are the numbers of lines of context to keep behind and
-  // in front of a selected line, from 0 (none) up. `state` and `sink` are not
-  // owned and must outlive the rules.
+  // `after` and `before`: the number of context lines to keep after and before
+  // a selected line, at least 0. `state` and `sink` are not owned and must
+  // outlive the rules.
   ContextRules(int after, int before, PipeCmd::FilterStruct& state,
                std::vector<std::string>& sink);
 

@@ -13,10 +13,10 @@ using QorCliUtilities::Problem;
 
 constexpr char kPattern[] = "<pattern>";
 
-// Saturates where the conversion to a 32-bit long does, on every platform.
+// Saturates like a conversion to a 32-bit long, on every platform.
 int lineCount(Arguments const& typed, char const* option) {
-  constexpr unsigned highest = std::numeric_limits<int>::max();
-  return static_cast<int>(std::min(typed.number(option), highest));
+  constexpr unsigned max = std::numeric_limits<int>::max();
+  return static_cast<int>(std::min(typed.number(option), max));
 }
 
 }  // namespace

@@ -22,21 +22,21 @@ using QorCliUtilities::OperationTrace;
 
 constexpr int kFailure = -1;
 
-// `text` in printable ASCII, and not all of a long one.
+// `text` in printable ASCII, truncated.
 std::string printable(std::string_view text) {
-  constexpr std::size_t longest = 100;  // bytes
+  constexpr std::size_t max = 100;  // bytes
   std::string result;
-  for (char const c : text.substr(0, longest)) {
+  for (char const c : text.substr(0, max)) {
     auto const byte = static_cast<unsigned char>(c);
     char escape[sizeof "\\xNN"];
     std::snprintf(escape, sizeof escape, "\\x%02X", unsigned{byte});
     bool const isPrintable = byte >= 0x20 && byte < 0x7F;
     isPrintable ? result += c : result += escape;
   }
-  return text.size() > longest ? result + "..." : result;
+  return text.size() > max ? result + "..." : result;
 }
 
-// Without memory the record is dropped.
+// Drops the record if memory runs out.
 void logReason(PatternError const& error, std::string const& pattern) {
   try {
     QOR_CLI_LOG_ERROR(
@@ -84,8 +84,8 @@ int FilterCommand::execute(QorCliUtilities::CliApiContext& context,
   return trace.exitWith(0);
 }
 
-// The expression is compiled and the action's state looked up when there is a
-// line: without one, neither happens. A filter that throws is not used again.
+// Without a line, neither compiles the pattern nor creates a state for the
+// action. A filter that throws is not used again.
 void FilterCommand::filterLines(std::string_view text,
                                 FilterArguments const& arguments,
                                 unsigned actionId,

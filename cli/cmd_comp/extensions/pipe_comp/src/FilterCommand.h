@@ -16,38 +16,37 @@ namespace QorCliPipe {
 // The pipe command "filter": keeps the lines of a text that match a regular
 // expression, with lines of context.
 //
-// Creating the command adds its path to PipeCmdTree. That happens once, so a
-// tree that is emptied afterwards stays empty. The tree refers to the command,
-// which lives until the library is unloaded. One call at a time.
+// Its constructor adds the command to PipeCmdTree. That happens once, so a tree
+// that is emptied later stays empty. The command lives until the library is
+// unloaded. One call at a time.
 class FilterCommand : public Qor::Singleton<FilterCommand>,
                       public QorCliUtilities::AbstractCommand {
  public:
   FilterCommand();
 
-  // Replaces the text in `output` by what is kept of it: one string for each
-  // kept line and for each separator between groups. Text behind the last line
-  // feed is not a line and is dropped. Whatever the context rules carry on to
-  // the next chunk of the text stays in PipeCmd::FilterMap under the context's
-  // action id.
+  // Replaces the text in `output` by its kept lines and the separators between
+  // groups, one string each. Text after the last line feed is dropped. The
+  // state of the context rules for the next chunk is stored in
+  // PipeCmd::FilterMap under the context's action id.
   //
-  // Returns 0. On failure returns -1 and forgets the state of all actions:
-  // invalid words leave one error text in `output`; an expression that is
-  // malformed, or has no answer for a line in time (LineFilter), leaves what
-  // was kept before that line, and the reason is logged.
+  // Returns 0. On failure, returns -1 and clears the state of all actions:
+  // invalid words leave one error text in `output`; a malformed pattern, or one
+  // that fails on a line (LineFilter), leaves the lines kept so far, and the
+  // reason is logged.
   int execute(QorCliUtilities::CliApiContext& context,
               std::vector<std::string> const& tokens,
               QorCliUtilities::IOutput& output) override;
 
-  // Whether `text` is a number: decimal digits only. An empty text is one, and
-  // reads as 0.
+  // Whether `text` consists of decimal digits only. An empty text does, and has
+  // the value 0.
   static bool isNumber(std::string const& text);
 
  private:
   void filterLines(std::string_view text, FilterArguments const& arguments,
                    unsigned actionId, std::vector<std::string>& kept);
 
-  // The filter of the last call: the chunks of one text come with one pattern,
-  // which is compiled once. None, before the first line of all.
+  // The filter of the last call, or null: the chunks of a text share a pattern,
+  // which is compiled once.
   std::unique_ptr<QorCliMatching::LineFilter> lastFilter_;
 };
 

@@ -1,11 +1,10 @@
-#include "SpareLines.h"
+#include "LineFreeList.h"
 
 namespace QorCliPipe {
 namespace {
 
-std::vector<std::string> spareLines;
+std::vector<std::string> freeList;
 
-// Of the strings and of the texts.
 std::size_t memoryOf(std::vector<std::string> const& lines) {
   std::size_t bytes = lines.capacity() * sizeof(std::string);
   for (std::string const& line : lines) bytes += line.capacity();
@@ -14,21 +13,20 @@ std::size_t memoryOf(std::vector<std::string> const& lines) {
 
 }  // namespace
 
-// The line is complete before it is moved, so that a failure leaves no line
-// with another one's text.
+// Assigned before it is moved, so that `lines` never holds a stale text.
 void appendLine(std::string_view line, std::vector<std::string>& lines) {
-  if (spareLines.empty()) {
+  if (freeList.empty()) {
     lines.emplace_back(line);
     return;
   }
-  spareLines.back().assign(line);
-  lines.push_back(std::move(spareLines.back()));
-  spareLines.pop_back();
+  freeList.back().assign(line);
+  lines.push_back(std::move(freeList.back()));
+  freeList.pop_back();
 }
 
-void keepAsSpare(std::vector<std::string>& lines) noexcept {
-  if (lines.size() > spareLines.size() && memoryOf(lines) <= kMostSpareBytes) {
-    spareLines.swap(lines);
+void recycleLines(std::vector<std::string>& lines) noexcept {
+  if (lines.size() > freeList.size() && memoryOf(lines) <= kMaxFreeListBytes) {
+    freeList.swap(lines);
   }
   lines.clear();
 }

@@ -1,5 +1,5 @@
-#ifndef QOR_CLI_SPARE_LINES_H
-#define QOR_CLI_SPARE_LINES_H
+#ifndef QOR_CLI_LINE_FREE_LIST_H
+#define QOR_CLI_LINE_FREE_LIST_H
 
 #include <string>
 #include <string_view>
@@ -7,22 +7,21 @@
 
 namespace QorCliPipe {
 
-// Lines that have been printed, kept for their memory: asking the allocator for
-// each kept line takes about as long as finding it.
+// A free list of printed lines: allocating each kept line takes about as long
+// as finding it.
 //
-// At most kMostSpareBytes are kept, from one call of the component to the next
-// and until the library is unloaded. Not locked: the engine calls the component
-// one call at a time.
+// Holds at most kMaxFreeListBytes, between calls of the component and until the
+// library is unloaded. Not locked: the engine makes one call at a time.
 
-constexpr std::size_t kMostSpareBytes = std::size_t{1} << 20;
+constexpr std::size_t kMaxFreeListBytes = std::size_t{1} << 20;
 
-// Appends a copy of `line` to `lines`, in spare memory where there is some.
-// When memory runs out, std::bad_alloc is thrown and `lines` is as it was.
+// Appends a copy of `line` to `lines`, in memory of the free list if it has
+// any. Throws std::bad_alloc and leaves `lines` unchanged if memory runs out.
 void appendLine(std::string_view line, std::vector<std::string>& lines);
 
-// Empties `lines`, whose texts are no longer needed, and keeps their memory,
-// unless it is too much or more lines than these are kept already.
-void keepAsSpare(std::vector<std::string>& lines) noexcept;
+// Empties `lines`. Moves their memory to the free list, unless that holds as
+// many lines already or it would become too large.
+void recycleLines(std::vector<std::string>& lines) noexcept;
 
 }  // namespace QorCliPipe
 

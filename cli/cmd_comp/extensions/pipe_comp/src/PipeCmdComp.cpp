@@ -1,11 +1,11 @@
 #include "PipeCmdComp.h"
 
 #include "FilterMap.h"
+#include "LineFreeList.h"
 #include "OperationTrace.h"
 #include "PipeAction.h"
 #include "PipeCmdTree.h"
 #include "PipeOutput1.h"
-#include "SpareLines.h"
 
 namespace QorCliPipe {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 using QorCliUtilities::CliApiContext;
 using QorCliUtilities::OperationTrace;
 
-constexpr QorReturnT kRefused = -1;
+constexpr QorReturnT kRejected = -1;
 
 }  // namespace
 
@@ -44,7 +44,7 @@ QorReturnT PipeCmdComp::useModule(CliApiContext& context,
                                   unsigned* commandMatchCount,
                                   char const* commandLine, char const* input) {
   OperationTrace const trace;
-  if (!canAnswer(context, commandMatchCount)) return trace.exitWith(kRefused);
+  if (!canAnswer(context, commandMatchCount)) return trace.exitWith(kRejected);
   currentActionId_ = actionId;
   PipeOutput1 output;
   int const status = performPipeAction(
@@ -55,13 +55,13 @@ QorReturnT PipeCmdComp::useModule(CliApiContext& context,
   if (*commandMatchCount != 0) {
     emitOutput(context, actionId, output.getOutput(), status);
   }
-  keepAsSpare(output.getOutput());
+  recycleLines(output.getOutput());
   return trace.exitWith(status);
 }
 
 QorReturnT PipeCmdComp::inputComplete(CliApiContext& context, unsigned) {
   OperationTrace const trace;
-  if (!canAnswer(context)) return trace.exitWith(kRefused);
+  if (!canAnswer(context)) return trace.exitWith(kRejected);
   PipeCmd::FilterMap.clear();
   return trace.exitWith(0);
 }

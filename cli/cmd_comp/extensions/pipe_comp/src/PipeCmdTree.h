@@ -6,11 +6,11 @@
 
 namespace QorCliPipe {
 
-// The command tree of this component, apart from any other component's.
+// The command tree of this component.
 //
-// Filled by the commands when they are created, emptied by the termination of
-// the plug-in, destroyed when the library is unloaded. It owns its nodes; the
-// commands are singletons beside it. One call at a time.
+// Built by the commands' constructors, emptied when the plug-in is terminated,
+// destroyed when the library is unloaded. It owns its nodes; the commands are
+// singletons. One call at a time.
 class PipeCmdTree : public QorCliUtilities::AutoCompleteTree,
                     public Qor::Singleton<PipeCmdTree> {};
 

@@ -7,29 +7,29 @@
 
 namespace QorCliPipe {
 
-// The life cycle of the plug-in: one initialisation and one termination for
-// each time the library is loaded, both from the same thread and never while
-// the component is at work.
+// The life cycle of the plug-in: initialised and terminated once each time the
+// library is loaded, on the same thread and never during a call of the
+// component.
 class PipeLCM : public Qor::Singleton<PipeLCM> {
  public:
   // Builds the command tree, fetches the framework's portal through `accessor`
-  // and registers the component with it. `config` is not read and may be null.
-  // Returns 0, the framework's code when it refuses the component (everything
-  // built stays), or -1 when the accessor, the portal or one of their functions
-  // that is needed is null. After a termination the tree stays empty.
+  // and registers the component. `config` is ignored and may be null. Returns
+  // 0, the framework's status if it rejects the component (nothing is undone),
+  // or -1 if the accessor, the portal or one of their required functions is
+  // null. After a termination, the tree stays empty.
   QorReturnT qorLCMinit(QorMgmtSpiInterfacePortalAccessor* accessor,
                         char const* config);
 
-  // Empties the command tree and, if there is a portal, takes the component
-  // back from it. May be called without an initialisation.
+  // Empties the command tree and unregisters the component, if there is a
+  // portal. May be called without an initialisation.
   void qorLCMterminate();
 
   // The portal, null before qorLCMinit. Owned by the framework.
   QorMgmtSpiInterfacePortal* getPortal() const;
 
-  // Returns the record of functions of an interface of the framework, owned by
-  // it, or null when the framework does not know it. Null members of `id` stand
-  // for any. To be called after qorLCMinit only.
+  // Returns the function record of a framework interface, owned by the
+  // framework, or null if there is none. Null members of `id` match anything.
+  // Requires that qorLCMinit has fetched the portal.
   void* getInterface(QorMgmtSpiInterface_1 const& id) const;
 
  private:

@@ -5,7 +5,7 @@
 
 namespace QorCliPipe {
 
-// The sink of this component: its input before the command runs, its output
+// The sink of this component: the command's input before it runs, its output
 // afterwards.
 class PipeOutput1 : public QorCliUtilities::LinesOutput {};
 

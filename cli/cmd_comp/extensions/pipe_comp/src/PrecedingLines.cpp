@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <iterator>
 
-#include "SpareLines.h"
+#include "LineFreeList.h"
 
 namespace QorCliPipe {
 
 bool PrecedingLines::append(std::string_view line, std::size_t limit) {
   if (lines_.size() < limit) {
-    straighten();
+    rotate();
     appendLine(line, lines_);
     return false;
   }
@@ -19,13 +19,13 @@ bool PrecedingLines::append(std::string_view line, std::size_t limit) {
 }
 
 void PrecedingLines::moveTo(std::vector<std::string>& out) {
-  straighten();
+  rotate();
   out.insert(out.end(), std::make_move_iterator(lines_.begin()),
              std::make_move_iterator(lines_.end()));
   lines_.clear();
 }
 
-void PrecedingLines::straighten() {
+void PrecedingLines::rotate() {
   std::rotate(lines_.begin(),
               lines_.begin() + static_cast<std::ptrdiff_t>(oldest_),
               lines_.end());

@@ -8,30 +8,29 @@
 
 namespace QorCliPipe {
 
-// The most recent lines of a text, oldest first, at most as many as asked for.
+// A ring buffer of the most recent lines of a text.
 //
-// Appending takes constant time a line whatever the number of lines kept: the
-// lines stand in a ring, so that the newest takes the place of the oldest. Owns
-// its copies of the lines. Used by one thread at a time.
+// Appending a line takes constant time, since the newest replaces the oldest.
+// Owns its copies of the lines. Used by one thread at a time.
 class PrecedingLines {
  public:
   std::size_t size() const { return lines_.size(); }
 
-  // Appends a copy of `line`. When `limit` lines or more are kept already, the
-  // oldest is dropped first. `limit` is at least 1. Returns whether one was
-  // dropped. When memory runs out, std::bad_alloc is thrown and the lines kept
-  // are still in order.
+  // Appends a copy of `line`. If there are already `limit` lines or more,
+  // replaces the oldest one. `limit` is at least 1. Returns whether a line was
+  // replaced. Throws std::bad_alloc if memory runs out; the lines are still in
+  // order.
   bool append(std::string_view line, std::size_t limit);
 
-  // Appends all lines to `out`, oldest first, and forgets them. When memory
-  // runs out, std::bad_alloc is thrown, and `out` and the lines are as before.
+  // Moves all lines to the end of `out`, oldest first. Throws std::bad_alloc if
+  // memory runs out, leaving `out` and the lines unchanged.
   void moveTo(std::vector<std::string>& out);
 
  private:
-  void straighten();
+  void rotate();
 
   std::vector<std::string> lines_;
-  std::size_t oldest_ = 0;  // index in lines_; 0 while the ring still grows
+  std::size_t oldest_ = 0;  // index in lines_; 0 while the buffer grows
 };
 
 }  // namespace QorCliPipe

@@ -1,4 +1,4 @@
-// What the filter's option node offers, asked directly and through the tree.
+// The candidates of the filter's option node, directly and through the tree.
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ constexpr char kAll2[] =
 constexpr char kNoSuchOption[] = "none";
 constexpr char kWordOfNoOption[] = "<pattern>:1 <cr>:1";
 
-// What is offered behind each way of asking. "none" stands for -1.
+// The candidates of each kind of request. "none" means -1.
 struct Row {
   char const* line;
   std::string complete;
@@ -57,7 +57,7 @@ Tokens words(std::string const& line) {
   return list;
 }
 
-// The rest of every candidate, by its text: "[<rank> <key>] <help>".
+// The other fields of each candidate, by its text: "[<rank> <key>] <help>".
 std::map<std::string, std::string> const& descriptions() {
   static char const* const ignore =
       "Ignore case distinctions in both the pattern and the input";
@@ -96,7 +96,7 @@ void expectDescriptions(std::vector<AutoCompleteResult> const& results) {
 
 class OptionCompletion : public ::testing::Test {
  protected:
-  // Asks the node, at the position behind the words as the walk does.
+  // Asks the node at the position after the words, as the tree does.
   std::string offered(Tokens const& tokens, bool help, bool endsWithSpace) {
     std::vector<AutoCompleteResult> results;
     auto position = static_cast<unsigned>(tokens.size());
@@ -125,7 +125,7 @@ class OptionCompletion : public ::testing::Test {
   ACFilterOptions node{{QOR_CLI_MODE_ANY}, Validation_Type{0}, true};
 };
 
-TEST_F(OptionCompletion, BehindTheKeywordAlone) {
+TEST_F(OptionCompletion, AfterTheKeywordAlone) {
   expectRow({"filter", kAll2, "", kAll1, kAll1});
 }
 
@@ -153,7 +153,7 @@ TEST_F(OptionCompletion, AtTheNumberOfAnOption) {
              withoutBeforeAndIgnore, withoutBeforeAndIgnore});
 }
 
-TEST_F(OptionCompletion, AtAWordThatShouldBeANumber) {
+TEST_F(OptionCompletion, AtAnInvalidNumber) {
   for (char const* line : {"filter --after x", "filter -A x", "filter -a 5x",
                            "filter -i --after -1", "filter --after --xyz",
                            "filter -a - ", "filter -a -- "}) {
@@ -181,7 +181,7 @@ TEST_F(OptionCompletion, AtAnOptionThatTakesNoValue) {
        "--after # --before # --ignore # -A # -B # -i #"},
       {"filter -i --invert", "--invert", "--after # --before # -A # -B #"},
       {"filter -A 1 -b 2 -i -v", "-v", ""},
-      // An option in the place of another one's number is that option.
+      // An option in place of another one's number.
       {"filter --after -i", "-i", "--before # --invert # -B # -v #"},
   };
   for (auto const& row : rows) {
@@ -197,7 +197,7 @@ TEST_F(OptionCompletion, AtAnOptionThatTakesNoValue) {
   }
 }
 
-TEST_F(OptionCompletion, AtTheBeginningOfAnOption) {
+TEST_F(OptionCompletion, AtAPrefixOfAnOption) {
   expectRow(always("filter -",
                    "--after:1 --before:1 --ignore:1 --invert:1 -A:1 -B:1 -i:1 "
                    "-v:1"));
@@ -214,7 +214,7 @@ TEST_F(OptionCompletion, AtTheBeginningOfAnOption) {
   expectRow(always("filter --ignor", "--ignore:3"));
 }
 
-TEST_F(OptionCompletion, AtNoOptionThatIsLeft) {
+TEST_F(OptionCompletion, AtAnUnknownOrUsedOption) {
   expectRow(always("filter --xyz", kNoSuchOption));
   expectRow(always("filter -x", kNoSuchOption));
   expectRow(always("filter --ignores", kNoSuchOption));
@@ -234,8 +234,8 @@ TEST_F(OptionCompletion, AtThePattern) {
   expectRow(pattern("filter a-"));
 }
 
-// A number is judged by the word before it.
-TEST_F(OptionCompletion, AtANumberThatNoOptionTakes) {
+// The role of a number depends on the word before it.
+TEST_F(OptionCompletion, AtANumberAfterNoOption) {
   expectRow(pattern("filter 5"));
   expectRow(pattern("filter abc 5"));
   expectRow(pattern("filter -A 5 6"));
@@ -252,19 +252,19 @@ TEST_F(OptionCompletion, AnEmptyWordIsANumber) {
   EXPECT_EQ(offered({"filter", "-A", ""}, false, false), "<space>:1");
 }
 
-// The keyword itself is no option, whatever it is called.
-TEST_F(OptionCompletion, UsedOptionsBeginBehindTheKeyword) {
+// The keyword is not an option, even if it is spelled like one.
+TEST_F(OptionCompletion, UsedOptionsStartAfterTheKeyword) {
   EXPECT_EQ(offered({"-i", "-"}, false, false),
             "--after:1 --before:1 --ignore:1 --invert:1 -A:1 -B:1 -i:1 -v:1");
   EXPECT_EQ(offered({"-i"}, false, true), kAll1);
 }
 
-TEST_F(OptionCompletion, AnsweringChangesNothingForTheNextRequest) {
+TEST_F(OptionCompletion, RequestsAreIndependent) {
   offered({"filter", "-i", "-v", "-"}, false, false);
   EXPECT_EQ(offered({"filter"}, false, true), kAll1);
 }
 
-TEST_F(OptionCompletion, RefusesWhatMakesNoSense) {
+TEST_F(OptionCompletion, RejectsInvalidInput) {
   ACFilterOptions bound({7}, Validation_Type{0}, true);
   Refusal const rows[] = {
       {{"filter"}, 2, 7, "Autocomplete action Past end of token list"},
@@ -299,8 +299,8 @@ TEST_F(OptionCompletion, AcceptsAnyPositionUpToTheEnd) {
   }
 }
 
-// The same requests as lines, through the command's tree. Behind the second
-// word the walk asks the node no more: the line may end there.
+// The same requests as lines, through the command's tree. After the second
+// word, the tree no longer asks the node: the line may end there.
 TEST(FilterTree, CompletesAndHelpsLines) {
   FilterCommand::instance();
   struct {

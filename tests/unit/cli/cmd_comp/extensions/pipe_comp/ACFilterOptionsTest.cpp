@@ -52,13 +52,13 @@ TEST_F(FilterOptions, IsNamedMultiParms) {
   EXPECT_FALSE(node.isExecutable());
 }
 
-TEST_F(FilterOptions, InheritsTheRest) {
+TEST_F(FilterOptions, InheritsOtherOperations) {
   EXPECT_FALSE(node.ignoreCase());
   EXPECT_FALSE(node.internalSpacesAllowed());
   EXPECT_FALSE(node.doNoAddCRCompletion(session.context, {}));
 }
 
-TEST_F(FilterOptions, TellsNumbers) {
+TEST_F(FilterOptions, RecognisesNumbers) {
   struct {
     std::string text;
     bool isNumber;
@@ -113,7 +113,7 @@ TEST_F(FilterOptions, ARowOfItsTableHasFiveFields) {
   EXPECT_FALSE(isLongForm);
 }
 
-TEST_F(FilterOptions, MatchRefusesWhatMakesNoSense) {
+TEST_F(FilterOptions, MatchRejectsInvalidInput) {
   Refusal const rows[] = {
       {{}, 0, 7, "isMatch action past end of token list"},
       {{}, 0, 2, "isMatch action past end of token list"},

@@ -16,7 +16,7 @@ using QorCliUtilities::AutoCompleteNode;
 using QorCliUtilities::Validation_Type;
 using Lines = std::vector<std::string>;
 
-TEST(FilterCommand, TellsNumbers) {
+TEST(FilterCommand, RecognisesNumbers) {
   struct {
     char const* text;
     bool isNumber;
@@ -34,7 +34,7 @@ TEST(FilterCommand, IsNamedFilter) {
   EXPECT_STREQ(FilterCommand::instance().name(), "Filter");
 }
 
-// The nodes of the path, from the root's child on.
+// The nodes of the path, starting with the root's child.
 std::vector<AutoCompleteNode*> path() {
   FilterCommand::instance();
   std::vector<AutoCompleteNode*> nodes;
@@ -81,7 +81,7 @@ TEST(FilterCommand, TheKeywordIsOfferedWithOrWithoutACursor) {
   }
 }
 
-TEST(FilterCommand, ThePathGoesOnWithItsOptions) {
+TEST(FilterCommand, ThePathContinuesWithItsOptions) {
   AutoCompleteNode* const options = path().at(1);
   EXPECT_NE(dynamic_cast<ACFilterOptions*>(options), nullptr);
   EXPECT_EQ(options->keyword(), "MultiParms");
@@ -97,7 +97,7 @@ TEST(FilterCommand, ThePathEndsWithTheCommand) {
   EXPECT_EQ(end->toString(), "Filter command");
 }
 
-TEST(FilterCommand, RunsFromALineThatReachesIt) {
+TEST(FilterCommand, RunsFromACommandLine) {
   FilterCommand::instance();
   struct {
     char const* line;
@@ -130,8 +130,7 @@ TEST(FilterCommand, RunsFromALineThatReachesIt) {
   }
 }
 
-// What the command itself makes of words and of what is in the sink.
-TEST(FilterCommand, ReadsItsWordsAndTheWholeSink) {
+TEST(FilterCommand, ParsesItsWordsAndReadsTheWholeSink) {
   struct {
     Lines words;
     Lines sink;

@@ -11,10 +11,10 @@ namespace {
 
 std::string shown(char const* text) { return text == nullptr ? "any" : text; }
 
-// What the portal was asked for, and what it answers.
+// The portal's requests and answers.
 std::vector<std::string> asked;
 QorReturnT answer = 0;
-int function = 0;  // stands for a record of functions
+int function = 0;  // in place of a function record
 
 QorReturnT getInterface(char const* component, char const* interface,
                         char const* version, void** record) {
@@ -41,9 +41,8 @@ class LifeCycle : public testing::Test {
   }
 };
 
-// Each test begins with whatever those before it have left: a process has one
-// life cycle.
-TEST_F(LifeCycle, HasThePortalFromItsInitialisationOn) {
+// The tests build on each other: a process has one life cycle.
+TEST_F(LifeCycle, HasThePortalAfterInitialisation) {
   EXPECT_EQ(PipeLCM().getPortal(), nullptr);
   ASSERT_EQ(init(), 0);
   EXPECT_EQ(lifeCycle().getPortal(), portal("1"));
@@ -63,7 +62,7 @@ TEST_F(LifeCycle, AsksThePortalForInterfaces) {
                                              "any Interface any"}));
 }
 
-TEST_F(LifeCycle, HasNoInterfaceThatThePortalRefuses) {
+TEST_F(LifeCycle, HasNoInterfaceRejectedByThePortal) {
   ASSERT_EQ(init(), 0);
   for (QorReturnT const refusal : {-1, 2}) {
     answer = refusal;

@@ -41,7 +41,7 @@ TEST_F(Sink, KeepsCopies) {
   EXPECT_EQ(base.getOutput(), (Lines{"a", "b"}));
 }
 
-TEST_F(Sink, IsChangedThroughItsOutput) {
+TEST_F(Sink, CanBeModifiedThroughItsOutput) {
   base.push_back(std::string("a"));
   base.getOutput().emplace_back("b");
   EXPECT_EQ(base.getOutput(), (Lines{"a", "b"}));
