@@ -12,8 +12,8 @@ struct Found {
   char const* line;
 };
 
-// Ends the search at the first line that matches, by throwing where it is:
-// nothing of the lines behind it must count, such as the time to match them.
+// Throws the position of the first matching line, so that no later line is
+// matched, which might fail or take time.
 class FirstMatch : public LineSink {
  public:
   void selected(std::string_view lines) override { throw Found{lines.data()}; }

@@ -9,7 +9,7 @@
 namespace QorCliText {
 
 // A run of "begin": prints the first line that matches a pattern and all lines
-// behind it. Those are not matched any more.
+// after it, without matching these.
 class BeginCommand : public QorCliUtilities::TextProcessor {
  public:
   static QorCliUtilities::CommandSyntax syntax();
@@ -17,11 +17,11 @@ class BeginCommand : public QorCliUtilities::TextProcessor {
   // Throws QorCliMatching::PatternError when the pattern is malformed.
   explicit BeginCommand(QorCliUtilities::Arguments const& typed);
 
-  // Throws QorCliMatching::PatternError when a line has no answer in time.
+  // Throws QorCliMatching::PatternError when matching a line fails.
   void text(std::string_view lines, QorCliUtilities::Printer& printer) override;
 
  private:
-  // Until a line matches.
+  // Empty once a line has matched.
   std::optional<QorCliMatching::LineFilter> filter_;
 };
 

@@ -11,7 +11,7 @@ namespace {
 using QorCliUtilities::Arguments;
 using QorCliUtilities::Printer;
 
-// Counts the lines that match.
+// Counts matching lines.
 class Counter : public QorCliMatching::LineSink {
  public:
   explicit Counter(std::uint64_t& count) : count_(count) {}

@@ -9,8 +9,8 @@
 
 namespace QorCliText {
 
-// A run of "count": prints how many lines there were, or how many of them match
-// a pattern.
+// A run of "count": prints the number of lines, or of those that match a
+// pattern.
 class CountCommand : public QorCliUtilities::TextProcessor {
  public:
   static QorCliUtilities::CommandSyntax syntax();
@@ -18,12 +18,12 @@ class CountCommand : public QorCliUtilities::TextProcessor {
   // Throws QorCliMatching::PatternError when the pattern is malformed.
   explicit CountCommand(QorCliUtilities::Arguments const& typed);
 
-  // Throws QorCliMatching::PatternError when a line has no answer in time.
+  // Throws QorCliMatching::PatternError when matching a line fails.
   void text(std::string_view lines, QorCliUtilities::Printer& printer) override;
   void end(QorCliUtilities::Printer& printer) override;
 
  private:
-  std::optional<QorCliMatching::LineFilter> filter_;  // without: every line
+  std::optional<QorCliMatching::LineFilter> filter_;  // empty: count all
   std::uint64_t count_ = 0;
 };
 

@@ -15,7 +15,7 @@ class HeadCommand : public QorCliUtilities::TextProcessor {
   void text(std::string_view lines, QorCliUtilities::Printer& printer) override;
 
  private:
-  unsigned left_;  // lines that are still to be printed
+  unsigned left_;  // lines still to be printed
 };
 
 }  // namespace QorCliText

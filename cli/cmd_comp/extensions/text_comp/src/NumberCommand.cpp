@@ -11,7 +11,7 @@ QorCliUtilities::CommandSyntax NumberCommand::syntax() {
 
 NumberCommand::NumberCommand(QorCliUtilities::Arguments const&) {}
 
-// The column is that of cat -n.
+// The format of cat -n.
 void NumberCommand::line(std::string_view text,
                          QorCliUtilities::Printer& printer) {
   char column[32];

@@ -7,7 +7,7 @@
 
 namespace QorCliText {
 
-// A run of "number": prints each line with its number in front, counted from 1.
+// A run of "number": prints each line with its number, counted from 1.
 class NumberCommand : public QorCliUtilities::LineProcessor {
  public:
   static QorCliUtilities::CommandSyntax syntax();

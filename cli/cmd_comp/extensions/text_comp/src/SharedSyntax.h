@@ -7,7 +7,7 @@
 
 namespace QorCliText {
 
-// What several of the commands have in their tables.
+// Options and arguments of several commands.
 
 constexpr char kPattern[] = "<pattern>";
 constexpr char kLines[] = "<lines>";

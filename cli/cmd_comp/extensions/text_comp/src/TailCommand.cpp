@@ -7,10 +7,10 @@ namespace {
 
 using QorCliUtilities::Printer;
 
-// The last lines of `lines`, at most `most`. The others are not looked at.
-std::string_view lastLines(std::string_view lines, std::size_t most) {
+// The last `count` lines of `lines`, or all of them if there are fewer.
+std::string_view lastLines(std::string_view lines, std::size_t count) {
   std::size_t begin = lines.size();
-  for (; most > 0 && begin > 0; --most) {
+  for (; count > 0 && begin > 0; --count) {
     begin = begin == 1 ? 0 : lines.rfind('\n', begin - 2) + 1;  // npos + 1: 0
   }
   return lines.substr(begin);
@@ -23,14 +23,14 @@ QorCliUtilities::CommandSyntax TailCommand::syntax() {
 }
 
 TailCommand::TailCommand(QorCliUtilities::Arguments const& typed)
-    : most_(typed.number(kLines, kDefaultLines)) {}
+    : count_(typed.number(kLines, kDefaultLines)) {}
 
-// A line makes room before the next one is copied.
+// Frees a line before copying the next one.
 void TailCommand::text(std::string_view lines, Printer&) {
-  std::string_view rest = lastLines(lines, most_);
+  std::string_view rest = lastLines(lines, count_);
   while (!rest.empty()) {
     std::size_t const size = rest.find('\n') + 1;
-    if (last_.size() == most_) last_.pop_front();
+    if (last_.size() == count_) last_.pop_front();
     last_.emplace_back(rest.substr(0, size));
     rest.remove_prefix(size);
   }

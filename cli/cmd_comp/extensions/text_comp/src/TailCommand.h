@@ -8,7 +8,7 @@
 
 namespace QorCliText {
 
-// A run of "tail": prints the last lines, which it keeps until the end.
+// A run of "tail": prints the last lines at the end of the text.
 class TailCommand : public QorCliUtilities::TextProcessor {
  public:
   static QorCliUtilities::CommandSyntax syntax();
@@ -19,7 +19,7 @@ class TailCommand : public QorCliUtilities::TextProcessor {
   void end(QorCliUtilities::Printer& printer) override;
 
  private:
-  std::size_t most_;  // lines to keep
+  std::size_t count_;  // lines to keep
   std::deque<std::string> last_;
 };
 

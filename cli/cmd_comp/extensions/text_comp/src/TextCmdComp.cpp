@@ -1,4 +1,4 @@
-// The plug-in: pipe commands that count, cut and number lines.
+// The plug-in: pipe commands that count, select and number lines.
 
 #include <CommandComponent.h>
 

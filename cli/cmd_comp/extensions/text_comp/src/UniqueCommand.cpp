@@ -8,7 +8,7 @@ namespace {
 
 using QorCliUtilities::Printer;
 
-// As uniq writes it.
+// The format of uniq -c.
 std::string columnOf(std::uint64_t times) {
   char column[32];
   std::snprintf(column, sizeof column, "%7" PRIu64 " ", times);
@@ -26,7 +26,7 @@ QorCliUtilities::CommandSyntax UniqueCommand::syntax() {
 UniqueCommand::UniqueCommand(QorCliUtilities::Arguments const& typed)
     : count_(typed.has("-c")) {}
 
-// Only the last line is copied. The swap gives back the memory of a long one.
+// Only the last line is copied. A swap, to free the memory of a long one.
 void UniqueCommand::text(std::string_view lines, Printer& printer) {
   std::string_view last = last_;
   while (!lines.empty()) {

@@ -8,9 +8,8 @@
 
 namespace QorCliText {
 
-// A run of "unique": prints the lines but for those that repeat the one before,
-// or with how often each stood in a row in front. A line is printed when the
-// next one differs.
+// A run of "unique": prints each run of equal lines once, optionally with its
+// length. A line is printed when the next one differs.
 class UniqueCommand : public QorCliUtilities::TextProcessor {
  public:
   static QorCliUtilities::CommandSyntax syntax();
@@ -24,8 +23,8 @@ class UniqueCommand : public QorCliUtilities::TextProcessor {
   void print(std::string_view line, QorCliUtilities::Printer& printer) const;
 
   bool count_;
-  std::string last_;         // line of the texts so far
-  std::uint64_t times_ = 0;  // that it stood in a row
+  std::string last_;         // the last line
+  std::uint64_t times_ = 0;  // its repetitions so far
 };
 
 }  // namespace QorCliText
