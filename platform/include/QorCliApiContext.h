@@ -8,25 +8,25 @@
 
 extern "C" {
 
-// The version-5 CLI API context: one session, and the way to answer it.
+// The version-5 CLI API context: a session, and the functions to respond to it.
 //
-// The CLI engine fills the record and owns it and every text in it; it is valid
-// for the length of the call that hands it over. A function pointer may be null
-// when the engine does not offer the operation. Every function takes the record
-// itself first, returns 0 on success, and reads its texts only during the call.
+// The CLI engine fills and owns the record and all texts in it; it is valid
+// during the call that passes it. A function pointer is null if the engine does
+// not support the operation. Every function takes the record as its first
+// argument, returns 0 on success, and reads its texts only during the call.
 //
 // For the functions that answer an action, `index` counts the items from 0,
-// `count` is the number of items, and `actionId` names the action. `reason` and
-// the handles are numbers of the engine's, without a meaning to anybody else. A
-// text in the record may be null; a text that is handed over must not.
+// `count` is the number of items, and `actionId` identifies the action. Only
+// the engine interprets `reason` and the handles. A text in the record may be
+// null; a text argument must not.
 //
-// A record is used by one thread at a time, the one that was given it.
+// A record is used only on the thread that received it.
 struct QorCliApiContext_5 {
   std::uint32_t sessionId;
-  unsigned long transactionHandle;  // the session's transaction; may be changed
+  unsigned long transactionHandle;  // the session's transaction; writable
   char const* loginName;
-  QorCliModeEnum_1T mode;  // may be changed
-  char const* cursor;      // where in the model it stands; null or "": nowhere
+  QorCliModeEnum_1T mode;  // writable
+  char const* cursor;      // position in the model; null or "": none
   char const* prompt;
   std::uint32_t timeout;  // seconds
   std::uint32_t unused;
@@ -40,12 +40,12 @@ struct QorCliApiContext_5 {
                                       unsigned actionId, unsigned token,
                                       char const* completion, char const* help);
   QorReturnT (*sessionShutdown)(QorCliApiContext_5* record, unsigned reason);
-  bool exclusiveUse;  // whether the session has the configuration for itself
+  bool exclusiveUse;  // of the configuration by this session; writable
   QorReturnT (*setSortableAutocompleteResult)(
       QorCliApiContext_5* record, unsigned index, unsigned count,
       unsigned actionId, unsigned token, char const* completion,
       char const* help, unsigned sortOrder, char const* sortKey);
-  QorReturnT lastStatus;  // of the command before; may be changed
+  QorReturnT lastStatus;  // of the previous command; writable
   QorCliLockEnum_1T lock;
   QorReturnT (*setLock)(QorCliApiContext_5* record, unsigned lock);
 };
@@ -54,8 +54,8 @@ struct QorCliApiContext_5 {
 
 static_assert(sizeof(bool) == 1);
 
-// The ILP32 layout is the one of record; on LP64 the same members stand in the
-// same order, each at its natural alignment.
+// The ILP32 layout is normative; on LP64 the same members follow in the same
+// order with natural alignment.
 #define QOR_CONTEXT_OFFSET(member, ilp32, lp64)              \
   static_assert(offsetof(QorCliApiContext_5, member) ==      \
                     (sizeof(void*) == 4 ? (ilp32) : (lp64)), \

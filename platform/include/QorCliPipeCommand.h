@@ -8,20 +8,20 @@
 
 extern "C" {
 
-// The interface "QorCliApiPipeCommandComponent", version "1": pipe commands, as
-// the CLI engine calls them. One call at a time, from any thread.
+// The interface "QorCliApiPipeCommandComponent", version "1", by which the CLI
+// engine calls pipe commands. One call at a time, from any thread.
 struct QorCliApiPipeCommandComponent_1 {
   QorMgmtSpiInterface_1 identity;
 
   // Performs `action` (QorCliActionEnum_2T) for the pipe command line
-  // `commandLine`. `input` is text that the preceding command printed: whole
-  // lines, each with its line feed. Long input comes in several calls with one
-  // `actionId`. It may be empty: an engine may open a command with such a call,
-  // to learn from `*commandMatchCount` whether the component knows it. Output
-  // and candidates are answered through `context`.
-  // `*commandMatchCount` is raised by one for each command that was run; the
-  // engine sets it to 0 beforehand. Texts are only read during the call.
-  // Returns 0, or the failure of the command.
+  // `commandLine`. `input` is output of the preceding command: whole lines,
+  // each with its line feed. Long input arrives in several calls with the same
+  // `actionId`. It may be empty: an engine may start a command with such a
+  // call, to learn from `*commandMatchCount` whether the component has the
+  // command. Output and candidates are sent through `context`.
+  // `*commandMatchCount`, which the engine sets to 0, is incremented for each
+  // command that is run. Texts are only read during the call. Returns 0, or the
+  // status of the failed command.
   QorReturnT (*useModule)(QorCliApiContext_5* context, unsigned action,
                           unsigned actionId, unsigned* commandMatchCount,
                           char const* commandLine, char const* input);
@@ -29,8 +29,8 @@ struct QorCliApiPipeCommandComponent_1 {
   // Returns the name of the command module. Static text, never null.
   char const* (*moduleName)();
 
-  // Says that the input of `actionId` has been delivered completely, also after
-  // a failure. A component may still answer output.
+  // The input of `actionId` is complete; also called after a failure. The
+  // component may still send output. Returns 0 on success.
   QorReturnT (*inputComplete)(QorCliApiContext_5* context, unsigned actionId);
 };
 

@@ -5,40 +5,39 @@
 
 #include "QorTypes.h"
 
-// The records through which a plug-in and the framework find each other.
+// The records that plug-ins and the framework exchange.
 //
 // All are plain records of pointers in a fixed order. Texts are NUL-terminated
-// and stay the property of whoever filled the record. The framework calls a
-// plug-in's entry points and its component's start and stop one at a time; the
-// functions of accessor and portal are called from within them.
+// and owned by whoever filled the record. The framework calls a plug-in's entry
+// points and its component's start and stop one at a time; the functions of the
+// accessor and the portal are called from within them.
 
 extern "C" {
 
-// Names an interface and a version of it. In a dependency a null member means
-// "any"; in the identity of something that exists no member is null.
+// Identifies an interface and its version. In a dependency, a null member means
+// "any"; in the identity of an existing interface, no member is null.
 struct QorMgmtSpiInterface_1 {
   char const* componentName;
   char const* interfaceName;
   char const* interfaceVersion;  // a decimal number, "1"
 };
 
-// A component, as it registers itself. The record must stay valid and unchanged
-// from its registration until it is unregistered.
+// A component. The record must stay valid and unchanged while it is registered.
 struct QorMgmtSpiComponent_1 {
   QorMgmtSpiInterface_1
       identity;  // interface "QorMgmtSpiComponent", version "1"
   // Null-terminated. Each entry is the identity at the start of a larger record
   // of functions, whose layout the interface name and version imply.
   QorMgmtSpiInterface_1 const* const* providedInterfaces;
-  // Null-terminated: what must be there before the component can start.
+  // Null-terminated: interfaces required before the component can start.
   QorMgmtSpiInterface_1 const* const* dependencies;
-  // Told that the component may begin, and that it has to end, each with the
-  // framework's reason. 0 on success. Neither is null.
+  // Start and stop the component, for the framework's reason. Return 0 on
+  // success. Neither is null.
   QorReturnT (*start)(QorStateChangeReason reason);
   QorReturnT (*stop)(QorStateChangeReason reason);
 };
 
-// An operation of the portal that this library's world does not use.
+// An operation of the portal that is not used here.
 using QorMgmtSpiOpaque = void (*)();
 
 // The framework's services for plug-ins. Valid until the plug-in is terminated.
@@ -46,24 +45,24 @@ struct QorMgmtSpiInterfacePortal {
   QorMgmtSpiOpaque reserved0;
   QorMgmtSpiOpaque reserved1;
   QorMgmtSpiOpaque reserved2;
-  // Finds an interface by name; a null name or version means "any". Stores the
-  // record of functions in `*interface` and returns 0, or returns another code.
-  // The record belongs to the component that provides it and is valid until
-  // that is unregistered.
+  // Finds an interface; a null name or version means "any". Stores the function
+  // record in `*interface` and returns 0, or returns another status. The record
+  // belongs to the component that provides it and is valid until that component
+  // is unregistered.
   QorReturnT (*getInterface)(char const* componentName,
                              char const* interfaceName,
                              char const* interfaceVersion, void** interface);
   QorMgmtSpiOpaque reserved4;
-  // Makes a component known, which must not be null. 0 on success.
+  // Registers a component, which must not be null. Returns 0 on success.
   QorReturnT (*registerComponent)(QorMgmtSpiComponent_1* component);
-  // Takes a component back that was registered. 0 on success.
+  // Unregisters a registered component. Returns 0 on success.
   QorReturnT (*unregisterComponent)(QorMgmtSpiComponent_1* component);
 };
 
-// What a plug-in is given to fetch the portal with.
+// The accessor with which a plug-in fetches the portal.
 struct QorMgmtSpiInterfacePortalAccessor {
-  // Returns the portal of a version ("1"), or null when there is none. The
-  // portal belongs to the framework.
+  // Returns the portal of the given version ("1"), or null if there is none.
+  // The framework owns the portal.
   QorMgmtSpiInterfacePortal* (*getPortal)(char const* version);
 };
 

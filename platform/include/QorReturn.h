@@ -3,8 +3,8 @@
 
 #include "QorTypes.h"
 
-// The status codes that the framework itself returns. Components may return
-// others; 0 is success and everything else a failure.
+// The framework's own status codes. Components may return others: 0 is success,
+// everything else a failure.
 enum QorReturnCode : QorReturnT {
   QOR_RETURN_FAILURE = -1,
   QOR_RETURN_SUCCESS = 0,
@@ -20,9 +20,9 @@ namespace Qor {
 // Texts for status codes.
 class __attribute__((visibility("default"))) QorReturn {
  public:
-  // Returns a short English text for `code`, without a line end. Codes that the
-  // framework does not define have a text too. Never null; the text is static
-  // and must not be freed. Never throws. Callable from any thread.
+  // Returns a short English text for `code`, without a line feed, even if the
+  // framework does not define the code. Never null; static, not to be freed.
+  // Callable from any thread.
   static char const* strerror(QorReturnT code) noexcept;
 };
 

@@ -3,16 +3,16 @@
 
 namespace Qor {
 
-// The base of a class of which a process has one object.
+// The base of a class with a single object.
 //
 //   class Registry : public Qor::Singleton<Registry> { ... };
 //   Registry::instance().add(...);
 //
 // The object is created by the first instance() and destroyed when the process
-// ends or the library that holds it is unloaded, in reverse order of creation.
-// Creation is safe from any thread and happens once; when the constructor
-// throws, instance() passes the exception on and the next call tries again.
-// The base adds no lock for what happens to the object afterwards.
+// exits or the library that contains it is unloaded, in reverse order of
+// creation. instance() may be called from any thread; if the constructor
+// throws, it passes the exception on, and the next call tries again. Access to
+// the object is not locked.
 template <class T>
 class Singleton {
  public:

@@ -5,10 +5,10 @@
 
 namespace Qor {
 
-// The framework's mutual exclusion lock.
+// The framework's mutex.
 //
-// Not recursive: a thread that holds it and locks again waits for ever. Meets
-// the requirements of std::lock_guard.
+// Not recursive: a thread that locks it twice deadlocks. Meets the requirements
+// of std::lock_guard.
 class __attribute__((visibility("default"))) QorThreadLock {
  public:
   QorThreadLock();
@@ -17,7 +17,7 @@ class __attribute__((visibility("default"))) QorThreadLock {
   QorThreadLock(QorThreadLock const&) = delete;
   QorThreadLock& operator=(QorThreadLock const&) = delete;
 
-  // Waits until no other thread holds the lock, then holds it.
+  // Blocks until the lock is free, then acquires it.
   void lock();
   // Releases the lock. The calling thread must hold it.
   void unlock();

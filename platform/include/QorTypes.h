@@ -3,35 +3,35 @@
 
 #include <cstdint>
 
-// The numbers that cross the border between the framework and a component.
+// The numbers that the framework and its components exchange.
 //
-// Every enumeration here is an unsigned 32-bit number. Only the values that
-// somebody acts on have names; any other value is legal and is passed through
-// unchanged. Values are created as `QorCliModeEnum_1T{7}`.
+// Every enumeration is an unsigned 32-bit number. Only values with a meaning
+// here have names; any other value is valid and passed through unchanged. Write
+// other values as `QorCliModeEnum_1T{7}`.
 
 // A status code: 0 is success, anything else a failure. QorReturn.h has texts.
 using QorReturnT = std::int32_t;
 
-// What the CLI engine asks a pipe command component to do with a line.
+// The actions that the CLI engine requests of a pipe command component.
 enum QorCliActionEnum_2T : std::uint32_t {
   QOR_CLI_ACTION_EXECUTE = 2,   // run the command over the given input
-  QOR_CLI_ACTION_COMPLETE = 3,  // offer what completes the last word
-  QOR_CLI_ACTION_HELP = 4,      // offer what may stand at the end of the line
+  QOR_CLI_ACTION_COMPLETE = 3,  // offer completions of the last word
+  QOR_CLI_ACTION_HELP = 4,      // offer help on the end of the line
 };
 
-// The CLI mode a session is in, and in which a command is valid.
+// The CLI modes of sessions, and those in which a command is valid.
 enum QorCliModeEnum_1T : std::uint32_t {
-  // In the other modes completion of an empty first word leaves keywords out.
+  // In other modes, completion of an empty first word omits some keywords.
   QOR_CLI_MODE_EXEC = 1,
   QOR_CLI_MODE_ANY = 65535,  // in a command's set of modes: valid in every mode
 };
 
-// What kind of text a completion candidate is.
+// The kind of a completion candidate.
 enum QorCliCompletionToken_1T : std::uint32_t {
-  QOR_CLI_TOKEN_NEXT_WORD = 1,     // may stand as the next word
+  QOR_CLI_TOKEN_NEXT_WORD = 1,     // a possible next word
   QOR_CLI_TOKEN_OPTION = 2,        // an option, a placeholder or "<cr>"
   QOR_CLI_TOKEN_WORD = 3,          // completes the word being typed
-  QOR_CLI_TOKEN_AFTER_LINE = 5,    // a word that would follow the typed line
+  QOR_CLI_TOKEN_AFTER_LINE = 5,    // a word that may follow the line
   QOR_CLI_TOKEN_PIPE_COMMAND = 6,  // the name of a pipe command
 };
 
@@ -48,7 +48,7 @@ enum QorCliLockEnum_1T : std::uint32_t {
   QOR_CLI_LOCK_EXCLUSIVE = 1,
 };
 
-// Why the framework starts or stops a component. Components only report it.
+// The framework's reason to start or stop a component, for logs only.
 enum QorStateChangeReason : std::uint32_t {
   QOR_STATE_CHANGE_NORMAL = 0,
 };

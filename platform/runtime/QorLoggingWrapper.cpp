@@ -25,8 +25,8 @@ LoggingWrapper::LoggingWrapper() : writer_(std::make_unique<RecordWriter>()) {}
 LoggingWrapper::~LoggingWrapper() = default;
 
 LoggingWrapper& LoggingWrapper::instance() {
-  // The facade must outlive every static object that may still trace while the
-  // process ends, so it is never destroyed.
+  // Never destroyed: it must outlive all static objects, which may still trace
+  // while the process exits.
   static LoggingWrapper* const facade = [] {
     std::lock_guard<QorThreadLock> const guard(creationLock());
     return new LoggingWrapper;

@@ -55,7 +55,6 @@ bool isControl(char c) {
   return byte < 0x20 || byte == 0x7F;
 }
 
-// A record is one line, whatever its text holds.
 void appendEscaped(std::string const& text, std::string& record) {
   for (char const c : text) {
     if (c == '\n') {
@@ -71,7 +70,6 @@ void appendEscaped(std::string const& text, std::string& record) {
   }
 }
 
-// Signals may interrupt a write to a pipe or a terminal.
 void writeAll(int file, std::string const& text) {
   std::size_t done = 0;
   while (done < text.size()) {

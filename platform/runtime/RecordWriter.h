@@ -5,7 +5,7 @@
 
 namespace Qor {
 
-// Where a record was written, and what kind it is.
+// The kind and the origin of a record.
 struct RecordOrigin {
   char const* kind;  // "severity" or "level"
   unsigned value;
@@ -22,9 +22,9 @@ struct RecordOrigin {
 // to the file that the environment variable QOR_LOG_FILE names (appended), or
 // to standard error. In the text, a line feed is written as \n and any other
 // control byte as \xNN, with two upper-case hexadecimal digits. The environment
-// is read once, at construction. Each record goes out with a single write(2),
-// so records of several threads do not mix, as far as the system takes a record
-// whole.
+// is read once, at construction. Each record is a single write(2), so records
+// of several threads do not mix, unless the system writes only a part of it.
+// Any thread.
 class RecordWriter {
  public:
   RecordWriter();
@@ -32,17 +32,17 @@ class RecordWriter {
   RecordWriter(RecordWriter const&) = delete;
   RecordWriter& operator=(RecordWriter const&) = delete;
 
-  // The level from QOR_LOG_LEVEL; 4 when that is missing or no number.
+  // The level from QOR_LOG_LEVEL; 4 if that is unset or not a number.
   unsigned level() const { return level_; }
 
-  // Writes one record; `format` and `arguments` as for vprintf. A record that
-  // cannot be written, or for which there is no memory, is dropped.
+  // Writes one record; `format` and `arguments` as for vprintf. Drops it if
+  // that fails or memory runs out.
   void write(RecordOrigin const& origin, char const* format,
              va_list arguments) noexcept __attribute__((format(printf, 3, 0)));
 
  private:
   unsigned level_;
-  int file_;  // owned unless it is standard error
+  int file_;  // descriptor; owned unless it is standard error
 };
 
 }  // namespace Qor
