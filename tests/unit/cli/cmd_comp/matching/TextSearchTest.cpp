@@ -24,10 +24,10 @@ std::string lowerCased(std::string text) {
   return text;
 }
 
-std::size_t expectedIndex(std::string const& text, std::string const& wanted,
+std::size_t expectedIndex(std::string const& text, std::string const& substring,
                           std::size_t from, bool ignoreCase) {
-  return ignoreCase ? lowerCased(text).find(lowerCased(wanted), from)
-                    : text.find(wanted, from);
+  return ignoreCase ? lowerCased(text).find(lowerCased(substring), from)
+                    : text.find(substring, from);
 }
 
 class TextSearchTest : public testing::Test {
@@ -52,12 +52,13 @@ TEST_F(TextSearchTest, FindsWhatAPlainSearchFinds) {
   int found = 0;
   for (int i = 0; i < kCases; ++i) {
     std::string const searched = text(below(100));
-    std::string const wanted = text(1 + below(4));
+    std::string const substring = text(1 + below(4));
     std::size_t const from = below(searched.size() + 1);
     bool const ignoreCase = below(2) == 0;
-    std::size_t const index = expectedIndex(searched, wanted, from, ignoreCase);
-    ASSERT_EQ(index, TextSearch(wanted, ignoreCase).find(searched, from))
-        << testing::PrintToString(wanted) << " in "
+    std::size_t const index =
+        expectedIndex(searched, substring, from, ignoreCase);
+    ASSERT_EQ(index, TextSearch(substring, ignoreCase).find(searched, from))
+        << testing::PrintToString(substring) << " in "
         << testing::PrintToString(searched) << " from " << from;
     if (index != std::string::npos) ++found;
   }
@@ -67,14 +68,15 @@ TEST_F(TextSearchTest, FindsWhatAPlainSearchFinds) {
 TEST_F(TextSearchTest, FindsTheFirstOfSeveral) {
   for (int i = 0; i < kCases / 10; ++i) {
     std::string const searched = text(below(100));
-    std::vector<std::string> const wanted{text(2), text(3), text(2)};
-    AnyTextSearch search(wanted, false);
+    std::vector<std::string> const substring{text(2), text(3), text(2)};
+    AnyTextSearch search(substring, false);
     search.reset(searched);
     for (std::size_t from = 0; from <= searched.size(); from += 1 + below(9)) {
       std::size_t nearest = std::string::npos;
-      for (std::string const& one : wanted)
+      for (std::string const& one : substring)
         nearest = std::min(nearest, searched.find(one, from));
-      ASSERT_EQ(nearest, search.find(from)) << testing::PrintToString(wanted);
+      ASSERT_EQ(nearest, search.find(from))
+          << testing::PrintToString(substring);
     }
   }
 }
@@ -86,11 +88,12 @@ TEST_F(TextSearchTest, FindsLongTexts) {
     std::size_t const size = 5 + below(60);
     bool const ignoreCase = below(2) == 0;
     std::size_t const from = below(200);
-    std::string wanted = searched.substr(below(230), size);
-    if (below(2) == 0) wanted[below(size)] = 'z';
-    std::size_t const index = expectedIndex(searched, wanted, from, ignoreCase);
-    ASSERT_EQ(index, TextSearch(wanted, ignoreCase).find(searched, from))
-        << testing::PrintToString(wanted) << " in "
+    std::string substring = searched.substr(below(230), size);
+    if (below(2) == 0) substring[below(size)] = 'z';
+    std::size_t const index =
+        expectedIndex(searched, substring, from, ignoreCase);
+    ASSERT_EQ(index, TextSearch(substring, ignoreCase).find(searched, from))
+        << testing::PrintToString(substring) << " in "
         << testing::PrintToString(searched) << " from " << from;
     if (index != std::string::npos) ++found;
   }
