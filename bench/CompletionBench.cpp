@@ -1,5 +1,5 @@
-// How long the component takes for one Tab, one "?" and one call that filters a
-// small text. Every answer is checked before it is timed; a wrong one ends the
+// The time of the component for a Tab, a "?" and a call that filters a small
+// text. Every result is checked before it is timed; a wrong one ends the
 // program with exit status 1.
 
 #include <benchmark/benchmark.h>
@@ -25,7 +25,7 @@ void require(bool right, std::string const& line) {
   std::exit(1);
 }
 
-// A partly typed line and how many candidates the component has for it.
+// A partly typed line and its number of candidates.
 struct TypedLine {
   std::string name;
   std::string text;
@@ -48,7 +48,7 @@ std::vector<TypedLine> typedLines() {
           {"1000 words", words(1000), 1}};
 }
 
-// Performs `action`; returns how many candidates were offered.
+// Performs `action`; returns the number of candidates.
 unsigned ask(FuzzSession& session, QorCliActionEnum_2T action,
              std::string const& line) {
   unsigned const before = session.candidates();
@@ -67,16 +67,16 @@ void answerKey(benchmark::State& state, QorCliActionEnum_2T action,
   }
 }
 
-constexpr std::size_t kTextSize = 4096;  // bytes
-constexpr std::size_t kLineSize = 64;    // bytes, with the line feed
-constexpr std::size_t kWantedEvery = 8;  // lines
+constexpr std::size_t kTextSize = 4096;    // bytes
+constexpr std::size_t kLineSize = 64;      // bytes, with the line feed
+constexpr std::size_t kSelectedEvery = 8;  // lines
 
-// Lines of 64 bytes, of which every eighth holds the word "error".
+// Lines of 64 bytes, every eighth of which contains the word "error".
 std::string logText() {
   std::string text;
   for (std::size_t i = 0; text.size() < kTextSize; ++i) {
     std::string line =
-        i % kWantedEvery == 0 ? "core1 error: crc" : "core1 link is up";
+        i % kSelectedEvery == 0 ? "core1 error: crc" : "core1 link is up";
     line.resize(kLineSize - 1, '.');
     text += line + '\n';
   }
@@ -93,16 +93,16 @@ std::vector<std::string> run(FuzzSession& session, std::string const& line,
   return session.takeOutput();
 }
 
-// Filters the text by one line after the other, again and again. The component
-// keeps the expression of the last call, so that it compiles one for every call
-// when there is more than one line.
+// Filters the text by each of `lines` in turn, repeatedly. The component keeps
+// the pattern of the last call, so with several lines it compiles one in every
+// call.
 void filterText(benchmark::State& state,
                 std::vector<std::string> const& lines) {
   FuzzSession session;
   std::string const text = logText();
-  std::size_t const wanted = kTextSize / kLineSize / kWantedEvery;
+  std::size_t const selected = kTextSize / kLineSize / kSelectedEvery;
   for (std::string const& line : lines) {
-    require(run(session, line, text).size() == wanted, line);
+    require(run(session, line, text).size() == selected, line);
   }
   std::size_t next = 0;
   for (auto _ : state) {

@@ -1,5 +1,5 @@
-// How long it takes to load the library, initialise it, terminate it and unload
-// it. Ends with exit status 1 when it does not register its component.
+// The time to load, initialise, terminate and unload the library. Ends with
+// exit status 1 if it does not register its component.
 
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
@@ -42,7 +42,7 @@ void* symbol(void* library, char const* name) {
   return address;
 }
 
-// The libraries that it needs itself are loaded the first time only.
+// Its dependencies are only loaded the first time.
 void loadAndUnload() {
   void* const library = dlopen(QOR_CLI_PIPE_LIBRARY, RTLD_NOW | RTLD_LOCAL);
   require(library != nullptr, QOR_CLI_PIPE_LIBRARY);

@@ -8,16 +8,15 @@ Modes (all by default):
   ratios    patterns, each plain and with options, over SIZE of log text
   measured  patterns of addresses and numbers, plain, over SIZE of text in which
             every line has dots and digits
-  everyday  the same for a word in 4 KB: what it costs to start a program
+  everyday  the same for a word in 4 KB: the cost of starting a program
   memory    the peak memory of qorcli, over four times SIZE
   linear    lengths of the text, of its lines and of the context
 
-In each mode the tools run in turn, N times; times are medians, and a ratio is
-the median of the ratios within a turn to the time of "grep -P". Every tool has
-to print the very bytes that "grep -P" prints: exits with 1 when one does not.
-All read standard input and write a file in DIR, which should be in memory.
-Where pcre2grep separates groups of lines by rules of its own, its output is not
-compared.
+In each mode the tools run in turn, N rounds; times are medians, and a ratio is
+the median over the rounds of the ratio to the time of "grep -P". Every tool must
+print the same bytes as "grep -P"; otherwise exits with 1. All read standard
+input and write a file in DIR, which should be in memory. The output of pcre2grep
+is not compared where its rules for separators differ.
 """
 import argparse
 import csv
@@ -44,7 +43,7 @@ IPV6 = "(?:[0-9a-f]{1,4}:){7}[0-9a-f]{1,4}"
 
 LOOKAROUND = "(?<!, )retry"  # "grep -E" and "rg" have no lookaround
 
-# For "grep -E" where it wants them written otherwise.
+# With the spelling for "grep -E" if it differs.
 PATTERNS = {
     "error": None,
     "retry [0-9]+": None,
@@ -77,7 +76,7 @@ def separated(command, option, options):
 
 
 def commands(qorcli, pattern, options):
-    """The tools by name, in the order in which they run: what to start."""
+    """The command of each tool, by name, in the order in which they run."""
     extended = PATTERNS.get(pattern) or pattern
     group = "--group-separator"
     tools = {
@@ -95,9 +94,9 @@ def commands(qorcli, pattern, options):
 
 
 def same_rules(tool, options):
-    """Whether a tool's output is to be that of "grep -P".
+    """Whether a tool's output must equal that of "grep -P".
 
-    Around adjacent groups of lines, pcre2grep sets a separator, too.
+    pcre2grep also separates adjacent groups of lines.
     """
     return tool != "pcre2grep" or "-b" not in options
 
@@ -117,7 +116,7 @@ def run(command, text, out):
 
 
 def peak_memory(command, text, out):
-    """Runs the command once; returns the KiB of its peak memory."""
+    """Runs the command once; returns its peak memory in KiB."""
     with tempfile.NamedTemporaryFile("r") as report:
         run(["time", "-q", "-f", "%M", "-o", report.name, *command], text, out)
         return int(report.read())
@@ -135,7 +134,7 @@ class Comparison:
         self.different = 0
 
     def text(self, size, length=None, kind="log"):
-        """The path of a text of `size` bytes, made unless it is there."""
+        """The path of a text of `size` bytes, which is created if necessary."""
         path = self.folder / f"text-{kind}-{size}-{length}"
         if not path.exists():
             for old in self.folder.glob("text-*"):
@@ -145,7 +144,7 @@ class Comparison:
         return path
 
     def first_runs(self, tools, text, options):
-        """The tools' peaks of memory; their outputs are compared."""
+        """Compares the tools' outputs; returns their peak memory."""
         peaks = {}
         expected = self.folder / "expected"
         for tool, command in tools.items():
@@ -159,7 +158,7 @@ class Comparison:
         return peaks
 
     def compare(self, mode, name, text, pattern, options, only=TOOLS):
-        """Adds a row for each tool that is among those named in `only`."""
+        """Adds a row for each tool in `only`."""
         tools = {tool: command for tool, command in
                  commands(self.qorcli, pattern, options).items()
                  if tool in only and tool in self.tools}

@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
-"""Writes log text that is the same for the same seed and size.
+"""Writes log text, which is the same for the same seed and size.
 
 usage: log_text.py SIZE [--kind KIND] [--seed N] [--line-length BYTES] > FILE
 
-SIZE counts bytes and may end in K, M or G (times 1024); the text is cut behind
-the last line that fits. Of the lines of kind "log", some 1 % hold the word
-"error", 2 % end in "link up" or "link down", 10 % hold a dotted quad, 30 % a
+SIZE is in bytes and may end in K, M or G (powers of 1024); the text ends with the
+last line that fits. Of the lines of kind "log", about 1 % contain the word
+"error", 2 % end in "link up" or "link down", 10 % contain a dotted quad, 30 % a
 number of five digits. Those of kind "measurements" all have dots and digits; 10 %
-hold a dotted quad, 5 % a MAC and 5 % an IPv6 address, 1 % a number of five digits.
-With a line length, each line is made so long: cut, or continued by its own end.
+contain a dotted quad, 5 % a MAC and 5 % an IPv6 address, 1 % a number of five digits.
+With a line length, each line is truncated or repeated to that length.
 """
 import argparse
 import functools
@@ -20,8 +20,8 @@ BLOCKS = 128  # of different text; a longer one repeats them in random order
 
 UNITS = {"K": 1 << 10, "M": 1 << 20, "G": 1 << 30}
 
-# Of each kind: how often of 1000 lines, and the line; names in braces stand for
-# numbers.
+# For each kind: the frequency in 1000 lines, and the line; names in braces are
+# replaced by numbers.
 LOG = [
     (10, "error: crc on eth{few}, retry {few}"),
     (4, "bgp neighbour 10.0.{few}.1 ERROR hold timer expired"),
@@ -70,7 +70,7 @@ def size_of(text):
 
 
 def shaped(line, length):
-    """The line, at its own length or at `length` bytes with the line feed."""
+    """The line, with its own length or `length` bytes including the line feed."""
     if length is None:
         return line + "\n"
     return (line * (length // len(line) + 1))[-(length - 1):] + "\n"

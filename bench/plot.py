@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Draws the ratios among the results of compare.py.
+"""Plots the ratios in the results of compare.py.
 
 usage: plot.py RESULTS.csv PLOT.svg
 
 One row for each pattern with options, one mark for each tool: its processor
-time in relation to that of "grep -P". Draws nothing without such results.
+time relative to "grep -P". Plots nothing without such results.
 """
 import csv
 import sys

@@ -7,8 +7,7 @@
 
 namespace qor_fuzz {
 
-// Takes values from the front of a fuzzer's bytes; zeros and empty texts when
-// they have run out.
+// Reads values from a fuzzer's bytes; zeros and empty texts at their end.
 class FuzzInput {
  public:
   FuzzInput(std::uint8_t const* data, std::size_t size)
@@ -22,8 +21,8 @@ class FuzzInput {
     return *data_++;
   }
 
-  // Text up to the next line feed, which is taken, too; without zero bytes, as
-  // texts at the framework's border are.
+  // Text up to the next line feed, which is consumed; without zero bytes, like
+  // all texts of the framework.
   std::string line() {
     std::string text;
     while (size_ != 0) {
@@ -34,7 +33,7 @@ class FuzzInput {
     return text;
   }
 
-  // All the rest, without zero bytes.
+  // The remaining text, without zero bytes.
   std::string rest() {
     std::string text;
     while (size_ != 0) {

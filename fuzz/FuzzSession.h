@@ -9,7 +9,7 @@
 
 namespace qor_fuzz {
 
-// A framework around the component: registers it once, and hands out its pipe
+// A minimal framework: registers the component once, and provides its pipe
 // command interface and a context record that collects output.
 class FuzzSession {
  public:
@@ -18,14 +18,15 @@ class FuzzSession {
   QorCliApiPipeCommandComponent_1 const& commands() const { return *commands_; }
   QorCliApiContext_5* record() { return &call_.record; }
 
-  // What the component has printed since the last call of takeOutput.
+  // The component's output since the last call of takeOutput.
   std::vector<std::string> takeOutput();
-  // How many candidates it has offered since the session was made.
+  // The number of candidates offered since construction.
   unsigned candidates() const { return call_.candidates; }
 
  private:
   struct Call {
-    QorCliApiContext_5 record;  // first, so that a record leads to its call
+    QorCliApiContext_5
+        record;  // first, so that the record's address is the call's
     std::vector<std::string> output;
     unsigned candidates;
   };

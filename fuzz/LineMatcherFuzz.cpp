@@ -1,5 +1,5 @@
-// The matcher refuses the patterns that PCRE2 refuses, and answers as PCRE2's
-// interpreter does, where that has an answer within a number of steps.
+// The matcher rejects the same patterns as PCRE2, and agrees with PCRE2's
+// interpreter if that stays within its match limit.
 
 #include <cstdlib>
 #include <optional>
@@ -15,16 +15,15 @@ namespace {
 using QorCliMatching::LineMatcher;
 using QorCliMatching::PatternError;
 
-// Compiling longer patterns, and matching longer lines, would take most of the
-// time.
-constexpr std::size_t kLongestPattern = 60;  // bytes
-constexpr std::size_t kLongestLine = 200;
-constexpr std::uint32_t kMostSteps = 50'000;
+// Longer patterns and lines would take most of the time.
+constexpr std::size_t kMaxPattern = 60;  // bytes
+constexpr std::size_t kMaxLine = 200;
+constexpr std::uint32_t kMaxSteps = 50'000;
 
-// Far more than so many steps take.
+// Far more than kMaxSteps take.
 constexpr double kSeconds = 10;
 
-// Nothing when the pattern is refused.
+// Nothing if the pattern is rejected.
 std::optional<LineMatcher> matcherOf(std::string const& pattern,
                                      bool ignoreCase) {
   try {
@@ -35,7 +34,7 @@ std::optional<LineMatcher> matcherOf(std::string const& pattern,
   }
 }
 
-// A pattern that is too large for callouts has fewer steps than the oracle.
+// A pattern too large for callouts has a lower match limit than the oracle.
 bool answers(LineMatcher& matcher, std::string const& line,
              qor_test::Pcre2Oracle const& oracle, bool expected) {
   try {
@@ -53,12 +52,12 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data,
   bool const ignoreCase = bytes.byte() % 2 != 0;
   std::string const pattern = bytes.line();
   std::string const line = bytes.line();
-  if (pattern.size() > kLongestPattern || line.size() > kLongestLine) return 0;
-  qor_test::Pcre2Oracle const oracle(pattern, ignoreCase, kMostSteps);
+  if (pattern.size() > kMaxPattern || line.size() > kMaxLine) return 0;
+  qor_test::Pcre2Oracle const oracle(pattern, ignoreCase, kMaxSteps);
   std::optional<LineMatcher> matcher = matcherOf(pattern, ignoreCase);
   if (oracle.isValid() != matcher.has_value()) std::abort();
   if (!matcher) return 0;
-  // Where the oracle has no answer, the matcher may still know it.
+  // The matcher may decide a line on which the oracle fails.
   std::optional<bool> const expected = oracle.matches(line);
   if (expected && !answers(*matcher, line, oracle, *expected)) std::abort();
   return 0;

@@ -1,5 +1,5 @@
-// Whatever words stand behind the keyword, completing and helping them keeps to
-// what the options node promises.
+// Completion and help keep the promises of the options node for any words after
+// the keyword.
 
 #include <cstdlib>
 #include <string>
@@ -30,9 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data,
       node.autoComplete(context, tokens, "", position, (flags & 1U) != 0,
                         (flags & 2U) != 0, results, output);
   bool const offered = status == 0 && position == before + 1;
-  bool const refused =
+  bool const rejected =
       status == -1 && position == before && results.empty() && count > 1;
-  if (!offered && !refused) std::abort();
+  if (!offered && !rejected) std::abort();
   if (!output.getOutput().empty()) std::abort();
   return 0;
 }

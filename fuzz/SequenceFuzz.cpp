@@ -1,5 +1,5 @@
-// A text given in several calls, with input complete now and then, gives what
-// the rules say over the lines between two completions.
+// A text in several calls, whose input is completed now and then, produces the
+// oracle's output over the lines between two completions.
 
 #include <cstdlib>
 #include <string>
@@ -25,10 +25,10 @@ std::string commandLine(Command const& command) {
 
 std::vector<std::string> expected(Command const& command,
                                   std::string const& text) {
-  auto const wanted = [&command](std::string const& line) {
+  auto const selected = [&command](std::string const& line) {
     return (line.find('M') != std::string::npos) != command.invert;
   };
-  return qor_test::keptLines(qor_test::oracleLines(text, wanted),
+  return qor_test::keptLines(qor_test::oracleLines(text, selected),
                              command.context);
 }
 
@@ -42,23 +42,23 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data,
   Command const command{{options % 5U, options / 5U % 5U},
                         options / 25U % 2U != 0};
   std::string const line = commandLine(command);
-  std::string piece;
+  std::string chunk;
   std::string text;
   while (!bytes.empty()) {
-    // Each byte is a line, the end of a piece of the text, or the end of it.
+    // Each byte is a line, the end of a chunk, or the end of the text.
     std::uint8_t const byte = bytes.byte();
     if (byte % 4 != 0) {
       std::string const oneLine =
           byte % 4 == 1 ? "M\n" : "x" + std::to_string(byte) + "\n";
-      piece += oneLine;
+      chunk += oneLine;
       text += oneLine;
       continue;
     }
     unsigned counter = 0;
     session.commands().useModule(session.record(), QOR_CLI_ACTION_EXECUTE,
                                  kActionId, &counter, line.c_str(),
-                                 piece.c_str());
-    piece.clear();
+                                 chunk.c_str());
+    chunk.clear();
     if (counter != 1) std::abort();
     if (byte != 0) continue;
     if (session.takeOutput() != expected(command, text)) std::abort();

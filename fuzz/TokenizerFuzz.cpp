@@ -1,4 +1,4 @@
-// The tokenizer makes of any line what its regular expressions make of it.
+// The tokenizer agrees with its regular expressions on any line.
 
 #include <cstdlib>
 
@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data,
                                       std::size_t size) {
-  if (size > qor_test::kLongestOracleLine) return 0;
+  if (size > qor_test::kMaxOracleLine) return 0;
   std::string const line = qor_fuzz::FuzzInput(data, size).rest();
   QorCliUtilities::AutoCompleteTree const tree;
   QorCliPipe::PipeOutput1 output;

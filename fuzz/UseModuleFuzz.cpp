@@ -1,5 +1,5 @@
-// One call of the component, of any action with any line, input, mode, cursor
-// and counter, comes back without an exception.
+// A call of the component, for any action, line, input, mode, cursor and
+// counter, returns without an exception.
 
 #include <cstdlib>
 

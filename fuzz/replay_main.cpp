@@ -1,5 +1,5 @@
-// Runs a fuzz target over the files and folders named on the command line: its
-// corpus as a test. The target aborts where it finds a defect.
+// Runs a fuzz target over the files and folders on the command line, so that
+// its corpus is a test. The target aborts if it finds a defect.
 
 #include <cstdint>
 #include <cstdio>

@@ -6,10 +6,9 @@
 
 namespace qor_test {
 
-// The names that the shared library in the file `path` gives to others, sorted:
-// its dynamic symbols that are defined in it and not local. The file must be of
-// this process's word size; throws std::runtime_error when it is not, or is no
-// shared library.
+// The exported symbols of the shared library `path`, sorted: its dynamic
+// symbols that are defined and not local. Throws std::runtime_error if the file
+// is not a shared library of this process's word size.
 std::vector<std::string> exportedSymbols(std::string const& path);
 
 }  // namespace qor_test

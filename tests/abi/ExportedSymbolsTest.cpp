@@ -23,7 +23,7 @@ std::string demangled(std::string const& symbol) {
   return status == 0 ? name.get() : symbol;
 }
 
-// A constructor has several symbols of one name.
+// A constructor has several symbols with the same name.
 std::set<std::string> demangledSymbols(std::string const& library) {
   std::set<std::string> names;
   for (std::string const& symbol : exportedSymbols(library)) {
@@ -32,7 +32,7 @@ std::set<std::string> demangledSymbols(std::string const& library) {
   return names;
 }
 
-TEST(ExportedSymbols, OfTheRuntimeAreThoseOfItsHeaders) {
+TEST(ExportedSymbols, OfTheRuntimeAreDeclaredInItsHeaders) {
   EXPECT_THAT(
       demangledSymbols(QOR_COMMON_LIBRARY),
       ElementsAre(

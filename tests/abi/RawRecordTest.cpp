@@ -10,7 +10,7 @@
 #include "Plugin.h"
 
 // The plug-in driven through words and bytes alone: every record is an array,
-// and a member is a place in it.
+// and a member is an index.
 
 namespace qor_test {
 namespace {
@@ -101,7 +101,7 @@ std::int32_t noteCandidate(void*, unsigned index, unsigned count,
   return 0;
 }
 
-std::int32_t refusePrompt(void*, char const*) { return -1; }
+std::int32_t failPrompt(void*, char const*) { return -1; }
 
 }  // extern "C"
 
@@ -118,7 +118,7 @@ class RawRecord : public testing::Test {
     auto const init =
         fromWord<std::int32_t (*)(void*, char const*)>(asWord(plugin_.init));
     EXPECT_EQ(0, init(accessorWords, nullptr));
-    putWord(kSetPromptOffset, asWord(refusePrompt));
+    putWord(kSetPromptOffset, asWord(failPrompt));
     putWord(kSetOutputOffset, asWord(noteOutput));
     putWord(kSetSortableOffset, asWord(noteCandidate));
     std::uint32_t const mode = 1;
@@ -148,7 +148,7 @@ class RawRecord : public testing::Test {
   alignas(8) unsigned char context_[kContextSize] = {};
 };
 
-TEST_F(RawRecord, TheComponentStandsInItsWords) {
+TEST_F(RawRecord, TheComponentHasItsLayout) {
   EXPECT_STREQ("QorCliPipeCmdComp", textAt(component, 0));
   EXPECT_STREQ("QorMgmtSpiComponent", textAt(component, 1));
   EXPECT_STREQ("1", textAt(component, 2));
@@ -162,7 +162,7 @@ TEST_F(RawRecord, TheComponentStandsInItsWords) {
   EXPECT_EQ(0, fromWord<StateChange>(component[kStopWord])(2));
 }
 
-TEST_F(RawRecord, TheInterfaceStandsInItsWords) {
+TEST_F(RawRecord, TheInterfaceHasItsLayout) {
   EXPECT_STREQ("QorCliPipeCmdComp", textAt(provided(), 0));
   EXPECT_STREQ("QorCliApiPipeCommandComponent", textAt(provided(), 1));
   EXPECT_STREQ("1", textAt(provided(), 2));
@@ -171,19 +171,19 @@ TEST_F(RawRecord, TheInterfaceStandsInItsWords) {
                fromWord<ModuleName>(provided()[kModuleNameWord])());
 }
 
-TEST_F(RawRecord, AnExecutionAnswersThroughItsPlace) {
+TEST_F(RawRecord, AnExecutionCallsItsMember) {
   EXPECT_EQ(0, use(2, "filter -v a", "a\nb\nc\n"));
   EXPECT_THAT(answers, ElementsAre("0 2 4294967294 b\n", "1 2 4294967294 c\n"));
 }
 
-TEST_F(RawRecord, ACompletionAnswersThroughItsPlace) {
+TEST_F(RawRecord, ACompletionCallsItsMember) {
   EXPECT_EQ(0, use(3, "filter --af", nullptr));
   EXPECT_THAT(answers,
               ElementsAre("0 1 4294967294 3 --after Print number of lines of "
                           "trailing context after matching lines 1 --after"));
 }
 
-TEST_F(RawRecord, InputCompleteForgetsTheAction) {
+TEST_F(RawRecord, InputCompleteClearsTheAction) {
   EXPECT_EQ(0, use(2, "filter -b 1 M", "x\n"));
   using InputComplete = std::int32_t (*)(void*, unsigned);
   EXPECT_EQ(0, fromWord<InputComplete>(provided()[kInputCompleteWord])(

@@ -77,7 +77,7 @@ class RecordLayout : public testing::Test {
     return value;
   }
 
-  // Puts a function in its place, and zeros everywhere else.
+  // Stores a function at its offset, and zeros everywhere else.
   template <class Function>
   void putOnly(Offset offset, Function function) {
     std::memset(bytes_, 0, sizeof bytes_);
@@ -92,7 +92,7 @@ TEST_F(RecordLayout, TheRecordHasItsSize) {
   EXPECT_EQ(static_cast<std::size_t>(kSize), sizeof(QorCliApiContext_5));
 }
 
-TEST_F(RecordLayout, NumbersAreReadFromTheirPlaces) {
+TEST_F(RecordLayout, NumbersAreReadAtTheirOffsets) {
   put(kSessionId, 0x80000001U);
   put(kTransactionHandle, std::numeric_limits<unsigned long>::max() - 1);
   put(kMode, 0x80000002U);
@@ -113,7 +113,7 @@ TEST_F(RecordLayout, NumbersAreReadFromTheirPlaces) {
   EXPECT_TRUE(context_.getExclusiveUse());
 }
 
-TEST_F(RecordLayout, TextsAreReadFromTheirPlaces) {
+TEST_F(RecordLayout, TextsAreReadAtTheirOffsets) {
   char const login[] = "login";
   char const cursor[] = "cursor";
   char const prompt[] = "prompt";
@@ -125,7 +125,7 @@ TEST_F(RecordLayout, TextsAreReadFromTheirPlaces) {
   EXPECT_EQ(prompt, context_.getPrompt());
 }
 
-TEST_F(RecordLayout, SettersWriteTheirPlacesOnly) {
+TEST_F(RecordLayout, SettersWriteOnlyAtTheirOffsets) {
   std::memset(bytes_, 0x55, sizeof bytes_);
   unsigned char expected[kSize];
   std::memset(expected, 0x55, sizeof expected);
@@ -143,9 +143,9 @@ TEST_F(RecordLayout, SettersWriteTheirPlacesOnly) {
   EXPECT_EQ(0, std::memcmp(expected, bytes_, sizeof expected));
 }
 
-// Every function answers a number of its own, so that a wrong one is noticed,
-// and stands alone in the record, so that the right one is missed elsewhere.
-TEST_F(RecordLayout, FunctionsAreCalledFromTheirPlaces) {
+// Each function returns a different number, so that a wrong one is noticed, and
+// is alone in the record, so that it is missed at other offsets.
+TEST_F(RecordLayout, FunctionsAreCalledAtTheirOffsets) {
   EXPECT_EQ(-1, context_.setCursor("c"));
   putOnly(
       kSetCursor, +[](QorCliApiContext_5*, char const*) { return 11; });
@@ -174,7 +174,7 @@ TEST_F(RecordLayout, FunctionsAreCalledFromTheirPlaces) {
   EXPECT_EQ(17, context_.setLock(QOR_CLI_LOCK_EXCLUSIVE));
 }
 
-TEST_F(RecordLayout, CompletionFunctionsAreCalledFromTheirPlaces) {
+TEST_F(RecordLayout, CompletionFunctionsAreCalledAtTheirOffsets) {
   EXPECT_EQ(-1, context_.setAutocompleteResult(0, 1, 2, QOR_CLI_TOKEN_WORD, "c",
                                                "h"));
   putOnly(

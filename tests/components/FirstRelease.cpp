@@ -1,5 +1,5 @@
-// A plug-in as authors wrote it with the headers of the first release: it must
-// go on compiling, without a warning, and answering as it did.
+// A plug-in written with the headers of the first release: it must still
+// compile without warnings, and behave the same.
 
 #include <ACPipeKeyword.h>
 #include <AbstractCommand.h>
@@ -20,8 +20,8 @@
 
 using namespace QorCliUtilities;
 
-// The pipe command "count": how many lines there were, or with a pattern, how
-// many of them match it.
+// The pipe command "count": the number of lines, or of those that match a
+// pattern.
 class CountCommand : public QorCliUtilities::AbstractCommand {
  public:
   CountCommand() : AbstractCommand("Count") {}
@@ -32,8 +32,8 @@ class CountCommand : public QorCliUtilities::AbstractCommand {
   //   count [-i] PATTERN
   void addTo(QorCliUtilities::AutoCompleteTree& tree);
 
-  // Counts the lines of one piece of the input. Prints nothing, or one error
-  // text when the pattern is malformed or matching gives up on a line.
+  // Counts the lines of a chunk of the input. Prints nothing, or an error text
+  // if the pattern is malformed or exceeds a limit on a line.
   int execute(QorCliUtilities::CliApiContext& context,
               std::vector<std::string> const& tokens,
               QorCliUtilities::IOutput& output) override;
@@ -85,7 +85,7 @@ class Pattern : public AutoCompleteNode {
   }
 };
 
-// The tree lets through: count, count PATTERN, count -i PATTERN.
+// The tree accepts: count, count PATTERN, count -i PATTERN.
 std::size_t countLines(std::string const& text, Words const& words) {
   // Without a pattern, every line matches. The limits are for hostile patterns.
   std::string pattern = words.size() > 1 ? words.back() : "";
@@ -170,7 +170,7 @@ class CountComp : public Qor::Singleton<CountComp> {
 
 FrameworkPortal portal;
 
-// The operations themselves, which a plug-in may refer to by type.
+// The operations, which a plug-in may name by type.
 static_assert(
     std::is_constructible_v<
         ACKeyword, std::string const&, std::string const&, std::set<unsigned>,

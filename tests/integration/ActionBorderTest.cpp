@@ -14,8 +14,7 @@ using testing::IsEmpty;
 
 constexpr unsigned kActionId = 4294967295U;
 
-// The engine's side of a call: what it may leave out or get wrong, and what it
-// gets back.
+// Calls by an engine that omits arguments or passes invalid ones.
 class ActionBorder : public PluginTest {
  protected:
   void expectNothingCalled() {
@@ -27,7 +26,7 @@ class ActionBorder : public PluginTest {
   unsigned matches = 0;
 };
 
-TEST_F(ActionBorder, ANullRecordIsRefused) {
+TEST_F(ActionBorder, ANullRecordIsRejected) {
   for (unsigned const action : {1U, kExecute, kComplete, kHelp}) {
     EXPECT_EQ(-1, interface->useModule(nullptr, action, kActionId, &matches,
                                        "filter a", "a\n"));
@@ -35,7 +34,7 @@ TEST_F(ActionBorder, ANullRecordIsRefused) {
   EXPECT_EQ(0U, matches);
 }
 
-TEST_F(ActionBorder, ANullMatchCounterIsRefused) {
+TEST_F(ActionBorder, ANullMatchCounterIsRejected) {
   for (unsigned const action : {1U, kExecute, kComplete, kHelp}) {
     EXPECT_EQ(-1, interface->useModule(&session.record, action, kActionId,
                                        nullptr, "filter a", "a\n"));
@@ -43,7 +42,7 @@ TEST_F(ActionBorder, ANullMatchCounterIsRefused) {
   expectNothingCalled();
 }
 
-TEST_F(ActionBorder, InputCompleteOfANullRecordIsRefusedAndForgetsNothing) {
+TEST_F(ActionBorder, InputCompleteOfANullRecordIsRejectedAndClearsNothing) {
   use(kExecute, kActionId, "filter -b 1 M", "x\n");
   EXPECT_EQ(-1, interface->inputComplete(nullptr, kActionId));
   use(kExecute, kActionId, "filter -b 1 M", "M\n");
@@ -83,7 +82,7 @@ TEST_F(ActionBorder, OtherActionsDoNothing) {
   expectNothingCalled();
 }
 
-TEST_F(ActionBorder, TheMatchCounterIsRaisedFromWhereItStood) {
+TEST_F(ActionBorder, TheMatchCounterIsIncremented) {
   matches = 5;
   EXPECT_EQ(0, interface->useModule(&session.record, kExecute, kActionId,
                                     &matches, "filter a", "a\n"));
@@ -106,7 +105,7 @@ TEST_F(ActionBorder, AnEmptyOutputIsNotShown) {
   expectNothingCalled();
 }
 
-TEST_F(ActionBorder, CandidatesAreNoOutput) {
+TEST_F(ActionBorder, CandidatesAreNotOutput) {
   matches = 1;
   EXPECT_EQ(0, interface->useModule(&session.record, kComplete, kActionId,
                                     &matches, "fil", "a\n"));
@@ -114,7 +113,7 @@ TEST_F(ActionBorder, CandidatesAreNoOutput) {
   EXPECT_THAT(session.outputs, IsEmpty());
 }
 
-TEST_F(ActionBorder, ASessionWithoutOutputMakesNoDifferenceToTheStatus) {
+TEST_F(ActionBorder, AMissingOutputFunctionDoesNotChangeTheStatus) {
   session.record.setOutput = nullptr;
   session.record.setSortableAutocompleteResult = nullptr;
   EXPECT_EQ(0, use(kExecute, kActionId, "filter a", "a\n").status);
@@ -124,7 +123,7 @@ TEST_F(ActionBorder, ASessionWithoutOutputMakesNoDifferenceToTheStatus) {
   expectNothingCalled();
 }
 
-TEST_F(ActionBorder, AFailingOutputIsAnsweredToTheEnd) {
+TEST_F(ActionBorder, OutputContinuesAfterAFailure) {
   static unsigned answered;
   answered = 0;
   session.record.setOutput = [](ContextRecord*, unsigned, unsigned, unsigned,
@@ -136,7 +135,7 @@ TEST_F(ActionBorder, AFailingOutputIsAnsweredToTheEnd) {
   EXPECT_EQ(3U, answered);
 }
 
-TEST_F(ActionBorder, AFailingCandidateIsAnsweredToTheEnd) {
+TEST_F(ActionBorder, CandidatesContinueAfterAFailure) {
   static unsigned answered;
   answered = 0;
   session.record.setSortableAutocompleteResult =
@@ -149,7 +148,7 @@ TEST_F(ActionBorder, AFailingCandidateIsAnsweredToTheEnd) {
   EXPECT_EQ(9U, answered);
 }
 
-TEST_F(ActionBorder, ASessionWithoutAPromptEndsInAnException) {
+TEST_F(ActionBorder, ASessionWithoutAPromptThrows) {
   session.record.setPrompt = nullptr;
   try {
     interface->useModule(&session.record, kExecute, kActionId, &matches,
@@ -162,13 +161,13 @@ TEST_F(ActionBorder, ASessionWithoutAPromptEndsInAnException) {
   expectNothingCalled();
 }
 
-TEST_F(ActionBorder, APromptIsNotNeededWhereNothingRuns) {
+TEST_F(ActionBorder, APromptIsNotNeededIfNothingRuns) {
   session.record.setPrompt = nullptr;
   EXPECT_EQ(0, use(kExecute, kActionId, "nothing", "a\n").status);
   EXPECT_EQ(0, use(kComplete, kActionId, "filter ").status);
 }
 
-TEST_F(ActionBorder, TheRecordIsLeftAsItWas) {
+TEST_F(ActionBorder, TheRecordIsUnchanged) {
   session.record.sessionId = 1;
   session.record.transactionHandle = 2;
   session.record.timeout = 3;

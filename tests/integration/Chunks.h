@@ -8,15 +8,15 @@
 
 namespace qor_test {
 
-// The ways of delivering one input in several calls.
+// How an input is divided into calls.
 enum class Chunking { kWhole, kLineByLine, kRandom };
 
 char const* nameOf(Chunking chunking);
 std::ostream& operator<<(std::ostream& out, Chunking chunking);
 
-// `text` in pieces that end behind a line feed; text behind the last line feed
-// is a piece of its own, or the end of the one piece of kWhole. An empty text
-// is one empty piece. `random` decides the pieces of kRandom.
+// `text` in chunks that end with a line feed; text after the last line feed is
+// a separate chunk, or the end of the only chunk of kWhole. An empty text is
+// one empty chunk. `random` determines the chunks of kRandom.
 std::vector<std::string> chunksOf(std::string const& text, Chunking chunking,
                                   std::mt19937& random);
 

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 constexpr unsigned kActionId = 23;
 
-// A candidate apart from its place in the answer.
+// A candidate without its index.
 struct Candidate {
   std::string completion;
   std::string help;
@@ -64,7 +64,8 @@ Candidate value(unsigned token) {
           token, 7, "<value>"};
 }
 
-// The end of the line as the filter's options offer it: where the pattern is.
+// The end of the line as the filter's options offer it, sorted like the
+// pattern.
 Candidate enter() { return {"<cr>", "Enter", 1, 7, "<pattern>"}; }
 
 // The end of the line as the tree offers it.
@@ -102,8 +103,7 @@ struct CompletionRow {
   Candidates helps;
 };
 
-// A row is shown by name: what GoogleTest would show of it by itself, its
-// bytes, changes from run to run.
+// By default, GoogleTest prints a row's bytes, which vary from run to run.
 std::ostream& operator<<(std::ostream& out, CompletionRow const& row) {
   return out << row.name;
 }
@@ -132,13 +132,11 @@ void Completion::expectAnswer(unsigned action, Candidates const& expected) {
   EXPECT_THAT(session.otherCalls, IsEmpty());
 }
 
-TEST_P(Completion, OffersWhatCompletesTheLine) {
+TEST_P(Completion, OffersCompletions) {
   expectAnswer(kComplete, GetParam().completions);
 }
 
-TEST_P(Completion, HelpsWithWhatMayFollow) {
-  expectAnswer(kHelp, GetParam().helps);
-}
+TEST_P(Completion, OffersHelp) { expectAnswer(kHelp, GetParam().helps); }
 
 std::vector<CompletionRow> keywordRows() {
   return {
@@ -220,7 +218,7 @@ std::vector<CompletionRow> patternRows() {
        "filter filter",
        {pattern(1), enter()},
        {pattern(1)}},
-      // Behind the second word any line may end.
+      // After the second word any line may end.
       {"ThreeWords", "filter -i -", {carriageReturn()}, {carriageReturn()}},
       {"ThreeWordsAndBlank",
        "filter -i abc ",
@@ -261,7 +259,7 @@ class CompletionSession : public PluginTest {
   }
 };
 
-TEST_F(CompletionSession, ALineThatIsNoLineOfWordsFails) {
+TEST_F(CompletionSession, AnInvalidLineFails) {
   for (unsigned const action : {kComplete, kHelp}) {
     for (char const* line : {"filter a\"b\"", "filter \"b\"a", "f\"i\" "}) {
       EXPECT_EQ(-1, use(action, kActionId, line).status) << line;
@@ -270,7 +268,7 @@ TEST_F(CompletionSession, ALineThatIsNoLineOfWordsFails) {
   }
 }
 
-TEST_F(CompletionSession, TheModeAndTheCursorMakeNoDifference) {
+TEST_F(CompletionSession, IgnoresTheModeAndTheCursor) {
   std::vector<std::string> const lines = {"", "fil", "filter ", "filter -i"};
   for (unsigned const action : {kComplete, kHelp}) {
     for (std::string const& line : lines) {
@@ -293,7 +291,7 @@ TEST_F(CompletionSession, NothingIsOfferedAfterTermination) {
   }
 }
 
-TEST_F(CompletionSession, ARequestLeavesNoTrace) {
+TEST_F(CompletionSession, ARequestKeepsNoState) {
   std::vector<CandidateCall> const first = answer(kComplete, "filter -i");
   answer(kComplete, "filter --after");
   answer(kHelp, "filter --before 5 ");

@@ -21,8 +21,8 @@ using Texts = std::vector<std::string>;
 constexpr char kSeparator[] = "   --\n";
 constexpr unsigned kActionId = 17;
 
-// Checks that `calls` are one answer of `actionId`: numbered from 0, all with
-// the same count.
+// Checks that `calls` answer `actionId`, with indexes from 0 and the same
+// count.
 void expectNumbered(std::vector<OutputCall> const& calls, unsigned actionId) {
   for (unsigned i = 0; i < calls.size(); ++i) {
     EXPECT_EQ(i, calls[i].index);
@@ -31,7 +31,7 @@ void expectNumbered(std::vector<OutputCall> const& calls, unsigned actionId) {
   }
 }
 
-// Names a test after its row and, where it has one, its chunking.
+// Names a test after its row and its chunking, if any.
 struct NameOfRow {
   template <class Row>
   std::string operator()(testing::TestParamInfo<Row> const& test) const {
@@ -53,8 +53,7 @@ struct FilterRow {
   Texts kept;
 };
 
-// Rows are shown by name: what GoogleTest would show of them by itself, their
-// bytes, changes from run to run.
+// By default, GoogleTest prints a row's bytes, which vary from run to run.
 std::ostream& operator<<(std::ostream& out, FilterRow const& row) {
   return out << row.name;
 }
@@ -63,7 +62,7 @@ class Filter
     : public PluginTest,
       public testing::WithParamInterface<std::tuple<FilterRow, Chunking>> {};
 
-TEST_P(Filter, AnswersTheKeptLines) {
+TEST_P(Filter, PrintsTheKeptLines) {
   auto const& [row, chunking] = GetParam();
   std::mt19937 random(testSeed());
   Texts kept;
@@ -219,7 +218,7 @@ class FilterError
     : public PluginTest,
       public testing::WithParamInterface<std::tuple<ErrorRow, Chunking>> {};
 
-TEST_P(FilterError, IsTheOnlyAnswerOfEveryCall) {
+TEST_P(FilterError, IsTheOnlyOutputOfEveryCall) {
   auto const& [row, chunking] = GetParam();
   std::mt19937 random(testSeed());
   for (std::string const& chunk : chunksOf("a\nb\na\n", chunking, random)) {
@@ -279,7 +278,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, FilterError,
 
 class FilterFailure : public PluginTest {};
 
-TEST_F(FilterFailure, AMalformedPatternAnswersNothing) {
+TEST_F(FilterFailure, AMalformedPatternPrintsNothing) {
   for (char const* line : {"filter (", "filter \"[a\"", "filter -v *"}) {
     ActionResult const result = use(kExecute, kActionId, line, "a\nb\n");
     EXPECT_EQ(-1, result.status) << line;
@@ -288,8 +287,8 @@ TEST_F(FilterFailure, AMalformedPatternAnswersNothing) {
   EXPECT_THAT(session.outputs, IsEmpty());
 }
 
-// A step of the pattern's own limit takes the place of a second.
-TEST_F(FilterFailure, ALineThatTakesThePatternTooFarEndsTheAnswer) {
+// The pattern's own match limit, so that the test takes less than a second.
+TEST_F(FilterFailure, ALineThatExceedsTheMatchLimitEndsTheOutput) {
   std::string const tooFar = std::string(40, 'a') + "b\n";
   ActionResult const result =
       use(kExecute, kActionId, "filter (*LIMIT_MATCH=1000)^(a+)+$",
@@ -311,7 +310,7 @@ std::ostream& operator<<(std::ostream& out, NothingRow const& row) {
 class NothingRuns : public PluginTest,
                     public testing::WithParamInterface<NothingRow> {};
 
-TEST_P(NothingRuns, AndNothingIsAnswered) {
+TEST_P(NothingRuns, AndNothingIsPrinted) {
   ActionResult const result =
       use(kExecute, kActionId, GetParam().line, "a\nfilter\n");
   EXPECT_EQ(GetParam().status, result.status);
@@ -334,7 +333,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NothingRow{"WordGluedToQuotes", "filter \"b\"a", -1}),
     NameOfRow());
 
-// What the filter keeps from one call to the next.
+// The filter's state between calls.
 class FilterState : public PluginTest {
  protected:
   Texts filter(unsigned actionId, std::string const& line,
@@ -345,17 +344,17 @@ class FilterState : public PluginTest {
   }
 };
 
-TEST_F(FilterState, LeadingContextWaitsForTheNextCall) {
+TEST_F(FilterState, LeadingContextIsKeptForTheNextCall) {
   EXPECT_THAT(filter(1, "filter -b 1 M", "x\n"), IsEmpty());
   EXPECT_THAT(filter(1, "filter -b 1 M", "M\n"), ElementsAre("x\n", "M\n"));
 }
 
-TEST_F(FilterState, TrailingContextGoesOnInTheNextCall) {
+TEST_F(FilterState, TrailingContextContinuesInTheNextCall) {
   EXPECT_THAT(filter(1, "filter -a 2 M", "M\nx\n"), ElementsAre("M\n", "x\n"));
   EXPECT_THAT(filter(1, "filter -a 2 M", "y\nz\n"), ElementsAre("y\n"));
 }
 
-TEST_F(FilterState, ASeparatorIsOwedToTheNextCall) {
+TEST_F(FilterState, ASeparatorIsPendingInTheNextCall) {
   EXPECT_THAT(filter(1, "filter -a 1 M", "M\nx\ny\n"),
               ElementsAre("M\n", "x\n"));
   EXPECT_THAT(filter(1, "filter -a 1 M", "M\n"),
@@ -374,7 +373,7 @@ TEST_F(FilterState, EachActionHasItsOwn) {
   EXPECT_THAT(filter(1, "filter -b 1 M", "M\n"), ElementsAre("x\n", "M\n"));
 }
 
-TEST_F(FilterState, AnotherSessionWithTheSameActionGoesOn) {
+TEST_F(FilterState, AnotherSessionWithTheSameActionContinues) {
   Session other;
   EXPECT_THAT(filter(1, "filter -b 1 M", "x\n"), IsEmpty());
   unsigned matches = 0;
@@ -384,7 +383,7 @@ TEST_F(FilterState, AnotherSessionWithTheSameActionGoesOn) {
   EXPECT_THAT(session.outputs, IsEmpty());
 }
 
-TEST_F(FilterState, IsForgottenWhenTheInputIsComplete) {
+TEST_F(FilterState, IsClearedWhenTheInputIsComplete) {
   filter(1, "filter -b 1 M", "x\n");
   EXPECT_EQ(0, interface->inputComplete(&session.record, 1));
   EXPECT_THAT(session.outputs, IsEmpty());
@@ -392,7 +391,7 @@ TEST_F(FilterState, IsForgottenWhenTheInputIsComplete) {
   EXPECT_THAT(filter(1, "filter -b 1 M", "M\n"), ElementsAre("M\n"));
 }
 
-TEST_F(FilterState, IsForgottenWhenAnyInputIsComplete) {
+TEST_F(FilterState, IsClearedWhenAnyInputIsComplete) {
   filter(1, "filter -b 1 M", "x\n");
   filter(2, "filter -b 1 M", "x\n");
   EXPECT_EQ(0, interface->inputComplete(&session.record, 99));
@@ -400,7 +399,7 @@ TEST_F(FilterState, IsForgottenWhenAnyInputIsComplete) {
   EXPECT_THAT(filter(2, "filter -b 1 M", "M\n"), ElementsAre("M\n"));
 }
 
-TEST_F(FilterState, IsForgottenWhenAnyFilterFails) {
+TEST_F(FilterState, IsClearedWhenAnyFilterFails) {
   for (char const* failing :
        {"filter -i", "filter -a x a", "filter a b", "filter -x", "filter ("}) {
     filter(1, "filter -b 1 M", "x\n");
@@ -411,7 +410,7 @@ TEST_F(FilterState, IsForgottenWhenAnyFilterFails) {
   }
 }
 
-TEST_F(FilterState, IsKeptWhileOtherActionsAreAnswered) {
+TEST_F(FilterState, SurvivesOtherActions) {
   filter(1, "filter -b 1 M", "x\n");
   use(kComplete, 1, "filter ");
   use(kHelp, 1, "filter ");

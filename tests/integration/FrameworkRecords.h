@@ -3,10 +3,9 @@
 
 #include <cstdint>
 
-// The framework's side of the border, declared a second time: what a framework
-// that was compiled apart from the plug-in passes and receives. Nothing here
-// comes from the plug-in's own headers, so that a member that moves there is
-// noticed here.
+// The framework's records, declared a second time, as by a framework compiled
+// separately. Nothing comes from the plug-in's headers, so that a moved member
+// is noticed.
 
 namespace qor_test {
 

@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// How many commands "filter" runs in the plug-in that `portal` knows.
+// How many commands "filter" runs in the plug-in registered with `portal`.
 unsigned filtersRun(Portal const& portal, Session& session) {
   unsigned matches = 0;
   EXPECT_EQ(0, portal.registered->providedInterfaces[0]->useModule(
@@ -39,7 +39,7 @@ TEST(LifeCycle, TheConfigurationMayBeNull) {
   plugin.terminate();
 }
 
-TEST(LifeCycle, TheTreeStandsWhenTheComponentIsRegistered) {
+TEST(LifeCycle, TheTreeIsBuiltBeforeTheComponentIsRegistered) {
   Plugin plugin;
   Portal portal;
   Session session;
@@ -56,7 +56,7 @@ TEST(LifeCycle, TheTreeStandsWhenTheComponentIsRegistered) {
   plugin.terminate();
 }
 
-TEST(LifeCycle, ARefusedRegistrationIsPassedOnUnchanged) {
+TEST(LifeCycle, ARejectedRegistrationReturnsItsStatus) {
   for (std::int32_t const code : {7, -1, 2147483647}) {
     Plugin plugin;
     Portal portal;
@@ -67,7 +67,7 @@ TEST(LifeCycle, ARefusedRegistrationIsPassedOnUnchanged) {
   }
 }
 
-TEST(LifeCycle, ARefusedRegistrationUndoesNothing) {
+TEST(LifeCycle, ARejectedRegistrationUndoesNothing) {
   Plugin plugin;
   Portal portal;
   Session session;
@@ -155,7 +155,7 @@ TEST(LifeCycle, TheLibraryIsReallyUnloaded) {
   EXPECT_FALSE(Plugin::isMapped());
 }
 
-TEST(LifeCycle, ALibraryThatIsLoadedAgainStartsAfresh) {
+TEST(LifeCycle, AReloadedLibraryStartsAfresh) {
   for (int load = 0; load < 3; ++load) {
     Plugin plugin;
     Portal portal;
@@ -188,7 +188,7 @@ class Component : public PluginTest {
   ComponentRecord const& component() { return *portal.registered; }
 };
 
-TEST_F(Component, SaysWhoItIs) {
+TEST_F(Component, HasItsIdentity) {
   InterfaceIdentity const& identity = component().identity;
   EXPECT_STREQ("QorCliPipeCmdComp", identity.componentName);
   EXPECT_STREQ("QorMgmtSpiComponent", identity.interfaceName);
@@ -220,7 +220,7 @@ TEST_F(Component, ReportsTheModuleName) {
   EXPECT_STREQ("QorBasicCommands", interface->moduleName());
 }
 
-TEST_F(Component, StartAndStopSucceedAndChangeNothing) {
+TEST_F(Component, StartAndStopDoNothing) {
   for (unsigned const reason : {0U, 3U, 4294967295U}) {
     EXPECT_EQ(0, component().start(reason));
     EXPECT_EQ(0, component().stop(reason));

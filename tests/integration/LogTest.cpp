@@ -25,7 +25,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-// Whether the texts stand in the log, one behind the other.
+// Whether the log contains the texts in this order.
 MATCHER_P(HasInOrder, texts, "") {
   std::size_t place = 0;
   for (std::string const& text : texts) {
@@ -39,8 +39,8 @@ MATCHER_P(HasInOrder, texts, "") {
   return true;
 }
 
-// The log and the trace as they are written to a file. The facade reads its
-// settings once in a process, so each case runs in a fork of its own.
+// The log and the trace in a file. The facade reads its settings once per
+// process, so each case runs in a fork.
 class Log : public testing::Test {
  protected:
   Log() {
@@ -71,7 +71,7 @@ class Log : public testing::Test {
   std::string folder_ = testing::TempDir() + "log-XXXXXX";
 };
 
-void refuseRegistration() {
+void rejectRegistration() {
   Plugin plugin;
   Portal portal;
   portal.registerResult = 7;
@@ -89,23 +89,23 @@ void withComponent(
   plugin.terminate();
 }
 
-TEST_F(Log, ARefusedRegistrationIsLoggedFromLevel4) {
+TEST_F(Log, ARejectedRegistrationIsLoggedFromLevel4) {
   EXPECT_THAT(
-      logOf("4", refuseRegistration),
+      logOf("4", rejectRegistration),
       AllOf(HasSubstr("severity 4 "),
             HasSubstr(
                 " qorLCMinit: Could not register Pipe Command component.\n")));
 }
 
-TEST_F(Log, ARefusedRegistrationIsLoggedOnceAtLevel7) {
+TEST_F(Log, ARejectedRegistrationIsLoggedOnceAtLevel7) {
   std::string const text = "Could not register Pipe Command component.";
-  std::string const log = logOf("7", refuseRegistration);
+  std::string const log = logOf("7", rejectRegistration);
   EXPECT_NE(std::string::npos, log.find(text));
   EXPECT_EQ(log.find(text), log.rfind(text));
 }
 
-TEST_F(Log, ARefusedRegistrationIsTracedTooFromLevel8) {
-  std::string const log = logOf("8", refuseRegistration);
+TEST_F(Log, ARejectedRegistrationIsAlsoTracedFromLevel8) {
+  std::string const log = logOf("8", rejectRegistration);
   EXPECT_THAT(log, AllOf(HasSubstr("severity 4 "),
                          HasSubstr("level 0 cli PipeLCM.cpp:")));
   std::string const text =
@@ -113,12 +113,12 @@ TEST_F(Log, ARefusedRegistrationIsTracedTooFromLevel8) {
   EXPECT_NE(log.find(text), log.rfind(text));
 }
 
-TEST_F(Log, ARefusedRegistrationIsNotLoggedBelowLevel4) {
-  EXPECT_THAT(logOf("3", refuseRegistration), IsEmpty());
+TEST_F(Log, ARejectedRegistrationIsNotLoggedBelowLevel4) {
+  EXPECT_THAT(logOf("3", rejectRegistration), IsEmpty());
 }
 
-TEST_F(Log, ARefusedRegistrationIsNotLoggedAtLevel0) {
-  EXPECT_THAT(logOf("0", refuseRegistration), IsEmpty());
+TEST_F(Log, ARejectedRegistrationIsNotLoggedAtLevel0) {
+  EXPECT_THAT(logOf("0", rejectRegistration), IsEmpty());
 }
 
 TEST_F(Log, ASuccessfulInitIsTraced) {
@@ -222,8 +222,8 @@ TEST_F(Log, NullPointersAreLogged) {
 
 // ---- Why a call of the filter failed
 
-// The records that a call of the filter for `pattern` leaves behind. It fails
-// without a word to the operator.
+// The records of a call of the filter with `pattern`, which fails without
+// output.
 std::function<void()> failingFilterFor(std::string const& pattern,
                                        std::string const& input = "a\n") {
   return [=] {
@@ -238,30 +238,30 @@ std::function<void()> failingFilterFor(std::string const& pattern,
   };
 }
 
-// One line, and nothing else.
+// A single record.
 auto isRecordOf(std::string const& text) {
   return AllOf(StartsWith("severity 4 cli FilterCommand.cpp:"),
                EndsWith(" logReason: Filter pattern " + text + ".\n"),
                Not(ContainsRegex("\n.")));
 }
 
-TEST_F(Log, ARefusedPatternIsLoggedWithTheReasonAndItsPlace) {
+TEST_F(Log, ARejectedPatternIsLoggedWithReasonAndOffset) {
   EXPECT_THAT(logOf("4", failingFilterFor("a(b")),
               isRecordOf("\"a(b\": missing closing parenthesis at offset 3"));
 }
 
-TEST_F(Log, ARefusedPatternIsNotLoggedBelowLevel4) {
+TEST_F(Log, ARejectedPatternIsNotLoggedBelowLevel4) {
   EXPECT_THAT(logOf("3", failingFilterFor("a(b")), IsEmpty());
 }
 
-// What is typed must not pass for records.
+// A pattern must not be able to forge records.
 TEST_F(Log, ControlCharactersOfAPatternAreEscaped) {
   EXPECT_THAT(logOf("4", failingFilterFor("a\nseverity 1\x1b!2J\x7f\t(b")),
               isRecordOf("\"a\\x0Aseverity 1\\x1B!2J\\x7F\\x09(b\": missing "
                          "closing parenthesis at offset 20"));
 }
 
-TEST_F(Log, ALongPatternIsCut) {
+TEST_F(Log, ALongPatternIsTruncated) {
   EXPECT_THAT(logOf("4", failingFilterFor(std::string(100, 'a') + "bcd(")),
               isRecordOf('"' + std::string(100, 'a') +
                          "...\": missing closing parenthesis at offset 104"));

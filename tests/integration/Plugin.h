@@ -7,22 +7,22 @@
 
 namespace qor_test {
 
-// A built plug-in, loaded as the framework loads it.
+// A plug-in, loaded like the framework does.
 class Plugin {
  public:
-  // Loads `library`; throws std::runtime_error with the loader's text when
-  // that fails or an entry point is missing.
+  // Loads `library`. Throws std::runtime_error with the loader's text if that
+  // fails or an entry point is missing.
   explicit Plugin(std::string const& library = QOR_CLI_PIPE_LIBRARY);
-  // Unloads the library if unload() has not done so.
+  // Unloads the library, unless unload() has.
   ~Plugin();
   Plugin(Plugin const&) = delete;
   Plugin& operator=(Plugin const&) = delete;
 
-  // The entry points, as they were found.
+  // The entry points.
   InitFunction init = nullptr;
   TerminateFunction terminate = nullptr;
 
-  // Whether the library could be closed.
+  // Closes the library; returns whether that succeeded.
   bool unload();
 
   // Whether any part of the file `library` is mapped into this process.

@@ -11,13 +11,13 @@
 
 namespace qor_test {
 
-// What came of one action.
+// The result of an action.
 struct ActionResult {
   std::int32_t status;
   unsigned commandMatchCount;  // 0 before the action
 };
 
-// A test of a loaded and initialised plug-in through its one interface.
+// A test of a loaded and initialised plug-in through its interface.
 class PluginTest : public testing::Test {
  protected:
   explicit PluginTest(std::string const& library = QOR_CLI_PIPE_LIBRARY);

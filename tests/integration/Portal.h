@@ -8,9 +8,8 @@
 
 namespace qor_test {
 
-// The framework's interface portal, and what was done with it. The functions in
-// its records have no argument that tells portals apart, so there is one at a
-// time, and its records are those of the newest object.
+// The framework's interface portal, which records its calls. The functions have
+// no argument for the portal, so there is one at a time: the newest object.
 class Portal {
  public:
   Portal();
@@ -21,13 +20,13 @@ class Portal {
   PortalAccessorRecord accessor;
   PortalRecord record;
 
-  std::int32_t registerResult = 0;    // what registration answers
-  std::int32_t unregisterResult = 0;  // what the opposite answers
+  std::int32_t registerResult = 0;    // status of registration
+  std::int32_t unregisterResult = 0;  // and of unregistration
 
-  // What was called, in order: "getPortal 1", "register", "unregister", or
+  // The calls in order: "getPortal 1", "register", "unregister", or
   // "getInterface".
   std::vector<std::string> calls;
-  // The component of the last registration and of its opposite, or null.
+  // The component last registered and last unregistered, or null.
   ComponentRecord* registered = nullptr;
   ComponentRecord* unregistered = nullptr;
 };

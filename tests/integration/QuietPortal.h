@@ -5,15 +5,15 @@
 
 namespace qor_test {
 
-// A portal for tests that watch what a call does to the process: it accepts
-// every component, allocates nothing and makes no system call. There is one.
+// A portal for tests that watch allocations and system calls: it accepts every
+// component, allocates nothing and makes no system call. There is one.
 class QuietPortal {
  public:
   // For the plug-in's initialisation.
   static PortalAccessorRecord* accessor();
 
-  // The pipe command interface of the component that was registered last, of
-  // which there must be one.
+  // The pipe command interface of the component registered last. There must be
+  // one.
   static PipeCommandInterface const& commands();
 };
 

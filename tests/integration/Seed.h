@@ -5,9 +5,9 @@
 
 namespace qor_test {
 
-// The seed of this run's random tests: the number in the environment variable
+// The seed of the random tests: the number in the environment variable
 // QOR_TEST_SEED, or a new one for each run. The first call prints it. Throws
-// std::runtime_error when the variable holds something else.
+// std::runtime_error if the variable is not a number.
 std::uint32_t testSeed();
 
 }  // namespace qor_test

@@ -36,18 +36,18 @@ struct CandidateCall {
 bool operator==(CandidateCall const& a, CandidateCall const& b);
 std::ostream& operator<<(std::ostream& out, CandidateCall const& call);
 
-// A CLI session: a context record that writes down every call made through it.
-// Every function of the record is set and answers 0.
+// A CLI session: a context record that records every call. Every function of
+// the record is set and returns 0.
 class Session {
  public:
   Session();
   Session(Session const&) = delete;
   Session& operator=(Session const&) = delete;
 
-  // Forgets the calls made so far.
+  // Clears the recorded calls.
   void clear();
 
-  ContextRecord record;  // first, so that a record leads to its session
+  ContextRecord record;  // first, so that its address is the session's
   std::vector<OutputCall> outputs;
   std::vector<CandidateCall> candidates;
   std::vector<std::string> otherCalls;  // names of all other functions called

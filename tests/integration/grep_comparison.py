@@ -37,7 +37,7 @@ BYTES = dict(os.environ, LC_ALL="C")  # the filter, too, matches bytes
 
 
 def log_of_machine():
-    """The log as bytes, and what it is."""
+    """The log as bytes, and its description."""
     if LOG.is_file() and LOG.stat().st_size > 0:
         return LOG.read_bytes(), str(LOG)
     print(f"WARNING: {LOG} is missing or empty; using the output of 'dpkg -l'")
@@ -46,7 +46,7 @@ def log_of_machine():
 
 
 def grep(options, pattern, log):
-    """What grep prints; its status 1 only says that it prints nothing."""
+    """The output of grep, whose status 1 only means that there is none."""
     run = subprocess.run(["grep", "-aP", *options, "-e", pattern, log],
                          env=BYTES, stdout=subprocess.PIPE)
     if run.returncode > 1:
@@ -55,7 +55,7 @@ def grep(options, pattern, log):
 
 
 def engine_filter(qorcli, options, pattern, log):
-    """What the engine prints."""
+    """The output of the engine."""
     command = " ".join(["filter", *options, f'"{pattern}"'])
     with open(log, "rb") as text:
         run = subprocess.run([qorcli, "-c", command], stdin=text, check=True,
@@ -64,7 +64,7 @@ def engine_filter(qorcli, options, pattern, log):
 
 
 def compare(qorcli, log):
-    """The number of comparisons that failed, and of those with some output."""
+    """The number of failed comparisons, and of those with some output."""
     failures = telling = 0
     flags = [[], ["-i"], ["-v"], ["-i", "-v"]]
     for pattern, options in itertools.product(PATTERNS, flags):

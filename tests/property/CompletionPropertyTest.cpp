@@ -22,7 +22,7 @@ bool isPlaceholder(std::string const& completion) {
   return completion.front() == '<' && completion.back() == '>';
 }
 
-bool isBeginningOf(std::string const& text, std::string const& word) {
+bool hasPrefix(std::string const& text, std::string const& word) {
   return word.size() <= text.size() &&
          std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) {
            return std::tolower(static_cast<unsigned char>(a)) ==
@@ -30,14 +30,14 @@ bool isBeginningOf(std::string const& text, std::string const& word) {
          });
 }
 
-// `line` as it stands when the operator accepts `completion`: in place of the
-// last word when that is its beginning, behind it otherwise.
+// `line` after the operator accepts `completion`, which replaces the last word
+// if that is a prefix of it, and otherwise follows it.
 std::string accepted(std::string const& line, std::string const& completion) {
   std::size_t const end = line.find_last_not_of(kBlanks) + 1;
   std::size_t const begin =
       end == 0 ? 0 : line.find_last_of(kBlanks, end - 1) + 1;
   bool const finished = end == 0 || line.back() == ' ';
-  if (!finished && isBeginningOf(completion, line.substr(begin, end - begin))) {
+  if (!finished && hasPrefix(completion, line.substr(begin, end - begin))) {
     return line.substr(0, begin) + completion;
   }
   return line + ' ' + completion;
@@ -83,7 +83,7 @@ class RandomCompletion : public PluginTest {
     return text;
   }
 
-  // Asks for candidates and checks what holds for every answer.
+  // Requests candidates and checks what holds for every request.
   ActionResult ask(unsigned action, std::string const& text) {
     session.clear();
     ActionResult const result = use(action, kActionId, text, "filter\n");
@@ -100,13 +100,13 @@ class RandomCompletion : public PluginTest {
     return result;
   }
 
-  bool leadsOn(std::string const& text) {
+  bool canContinue(std::string const& text) {
     if (ask(kComplete, text).status != 0) return false;
     if (!session.candidates.empty()) return true;
     return use(kExecute, kActionId, text, "").commandMatchCount == 1;
   }
 
-  // The candidates that can be accepted as they stand.
+  // The candidates that can be accepted literally.
   std::vector<std::string> insertable() const {
     std::vector<std::string> words;
     for (CandidateCall const& candidate : session.candidates) {
@@ -120,19 +120,19 @@ class RandomCompletion : public PluginTest {
   std::mt19937 random_{testSeed()};
 };
 
-TEST_F(RandomCompletion, EveryCandidateLeadsOn) {
+TEST_F(RandomCompletion, EveryCandidateCanBeContinued) {
   std::size_t inserted = 0;
   for (int i = 0; i < 20000; ++i) {
     std::string const text = line();
     ASSERT_NO_THROW(ask(kComplete, text)) << text;
     for (std::string const& completion : insertable()) {
-      ASSERT_TRUE(leadsOn(accepted(text, completion)))
+      ASSERT_TRUE(canContinue(accepted(text, completion)))
           << '"' << text << "\" and " << completion;
       ++inserted;
     }
     ASSERT_FALSE(HasFailure()) << text;
   }
-  EXPECT_GT(inserted, 1000U);  // or the lines are not worth much
+  EXPECT_GT(inserted, 1000U);  // otherwise the lines test little
 }
 
 TEST_F(RandomCompletion, HelpRunsNothing) {
@@ -143,14 +143,14 @@ TEST_F(RandomCompletion, HelpRunsNothing) {
   }
 }
 
-TEST_F(RandomCompletion, CompletionAndHelpAgreeOnWhatIsALine) {
+TEST_F(RandomCompletion, CompletionAndHelpAgreeOnInvalidLines) {
   for (int i = 0; i < 5000; ++i) {
     std::string const text = line();
     ASSERT_EQ(ask(kComplete, text).status, ask(kHelp, text).status) << text;
   }
 }
 
-TEST(AcceptedCompletion, TakesThePlaceOfTheWordItBeginsWith) {
+TEST(AcceptedCompletion, ReplacesItsPrefix) {
   EXPECT_EQ("filter", accepted("", "filter").substr(1));
   EXPECT_EQ("filter", accepted("fil", "filter"));
   EXPECT_EQ("  filter", accepted("  FIL", "filter"));

@@ -5,20 +5,20 @@
 namespace qor_test {
 namespace {
 
-// Whether one of the lines from `first` on, `count` of them, is wanted.
-bool anyWanted(std::vector<OracleLine> const& lines, std::size_t first,
-               std::size_t count) {
+// Whether any of the `count` lines from `first` on is selected.
+bool anySelected(std::vector<OracleLine> const& lines, std::size_t first,
+                 std::size_t count) {
   std::size_t const end = first + std::min(count, lines.size() - first);
   return std::any_of(lines.begin() + static_cast<std::ptrdiff_t>(first),
                      lines.begin() + static_cast<std::ptrdiff_t>(end),
-                     [](OracleLine const& line) { return line.wanted; });
+                     [](OracleLine const& line) { return line.selected; });
 }
 
 bool isKept(std::vector<OracleLine> const& lines, std::size_t i,
             OracleContext context) {
   std::size_t const reach = std::min(context.after, i);
-  return lines[i].wanted || anyWanted(lines, i - reach, reach) ||
-         anyWanted(lines, i + 1, context.before);
+  return lines[i].selected || anySelected(lines, i - reach, reach) ||
+         anySelected(lines, i + 1, context.before);
 }
 
 }  // namespace
@@ -29,22 +29,22 @@ std::vector<std::string> keptLines(std::vector<OracleLine> const& lines,
                                    OracleContext context) {
   bool const separated = context.after != 0 || context.before != 0;
   std::vector<std::string> kept;
-  bool leftOut = false;  // since the line that was kept last
+  bool skipped = false;  // lines since the last kept one
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!isKept(lines, i, context)) {
-      leftOut = true;
+      skipped = true;
       continue;
     }
-    if (separated && leftOut && !kept.empty()) kept.emplace_back(kSeparator);
+    if (separated && skipped && !kept.empty()) kept.emplace_back(kSeparator);
     kept.push_back(lines[i].text);
-    leftOut = false;
+    skipped = false;
   }
   return kept;
 }
 
 std::vector<OracleLine> oracleLines(
     std::string const& text,
-    std::function<bool(std::string const&)> const& isWanted) {
+    std::function<bool(std::string const&)> const& isSelected) {
   std::vector<OracleLine> lines;
   std::string line;
   for (char const c : text) {
@@ -52,8 +52,8 @@ std::vector<OracleLine> oracleLines(
       line += c;
       continue;
     }
-    bool const wanted = isWanted(line);
-    lines.push_back({line + c, wanted});
+    bool const selected = isSelected(line);
+    lines.push_back({line + c, selected});
     line.clear();
   }
   return lines;

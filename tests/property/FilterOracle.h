@@ -8,36 +8,35 @@
 
 namespace qor_test {
 
-// The line between two groups of kept lines.
+// The separator between groups of kept lines.
 extern char const kSeparator[];
 
 // One line of the filter's input.
 struct OracleLine {
   std::string text;  // with its line feed
-  bool wanted;       // the line itself is selected, context aside
+  bool selected;     // itself, not as context
 };
 
-// How many lines of context are kept behind and in front of a wanted line; 0 is
-// none.
+// The number of context lines to keep after and before a selected line.
 struct OracleContext {
   std::size_t after;
   std::size_t before;
 };
 
-// What the filter prints for `lines`, one string a line: a line is kept when it
-// is wanted or stands among the context of a wanted line, and a separator
-// stands wherever lines are left out between two kept ones. Without any context
-// there is no separator. The text may be given to the filter in any pieces.
+// The filter's output for `lines`, one string per line: selected lines and
+// their context, with a separator wherever lines between two kept ones are
+// skipped. Without any context there are no separators. The filter must print
+// the same for any division of the text into chunks.
 //
-// Takes a time quadratic in the number of lines.
+// Takes time quadratic in the number of lines.
 std::vector<std::string> keptLines(std::vector<OracleLine> const& lines,
                                    OracleContext context);
 
-// The lines of `text`, each with its line feed, and whether `isWanted` says so
-// of the line without it. Text behind the last line feed is not a line.
+// The lines of `text`, each with its line feed, selected by `isSelected`, which
+// gets the line without it. Ignores text after the last line feed.
 std::vector<OracleLine> oracleLines(
     std::string const& text,
-    std::function<bool(std::string const&)> const& isWanted);
+    std::function<bool(std::string const&)> const& isSelected);
 
 }  // namespace qor_test
 

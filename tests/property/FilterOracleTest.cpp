@@ -8,8 +8,8 @@
 namespace qor_test {
 namespace {
 
-// What is kept of `pattern`, a line for each character of which 'M' is wanted,
-// written the same way, '|' for a separator.
+// The lines kept of `pattern`, which has a character for each line, 'M' for a
+// selected one. In the result, '|' is a separator.
 std::string kept(std::string const& pattern, OracleContext context) {
   std::vector<OracleLine> lines;
   for (char const c : pattern) {
@@ -22,30 +22,30 @@ std::string kept(std::string const& pattern, OracleContext context) {
   return result;
 }
 
-TEST(FilterOracle, KeepsWantedLinesWithoutSeparators) {
+TEST(FilterOracle, KeepsSelectedLinesWithoutSeparators) {
   EXPECT_EQ("MM", kept("xMyzM", {0, 0}));
   EXPECT_EQ("", kept("xyz", {0, 0}));
   EXPECT_EQ("", kept("", {0, 0}));
 }
 
-TEST(FilterOracle, KeepsLinesBehind) {
+TEST(FilterOracle, KeepsTrailingContext) {
   EXPECT_EQ("Mx|M", kept("MxyM", {1, 0}));
   EXPECT_EQ("MxyM", kept("MxyM", {2, 0}));
   EXPECT_EQ("MMab", kept("xMMabc", {2, 0}));
 }
 
-TEST(FilterOracle, KeepsLinesInFront) {
+TEST(FilterOracle, KeepsLeadingContext) {
   EXPECT_EQ("bcM|efM", kept("abcMdefM", {0, 2}));
   EXPECT_EQ("abcMdefM", kept("abcMdefM", {0, 3}));
   EXPECT_EQ("aM", kept("aMbc", {0, 5}));
 }
 
-TEST(FilterOracle, KeepsLinesOnBothSides) {
+TEST(FilterOracle, KeepsContextOnBothSides) {
   EXPECT_EQ("qMa|cMd", kept("pqMabcMde", {1, 1}));
   EXPECT_EQ("MabM", kept("MabM", {1, 1}));
 }
 
-TEST(FilterOracle, TakesContextWithoutBound) {
+TEST(FilterOracle, AcceptsUnlimitedContext) {
   std::size_t const huge = static_cast<std::size_t>(-1);
   EXPECT_EQ("abMcd", kept("abMcd", {huge, huge}));
 }
@@ -55,11 +55,11 @@ TEST(FilterOracle, ALineEndsInALineFeed) {
       "a\n\nMb\nM", [](std::string const& line) { return line == "Mb"; });
   ASSERT_EQ(3U, lines.size());
   EXPECT_EQ("a\n", lines[0].text);
-  EXPECT_FALSE(lines[0].wanted);
+  EXPECT_FALSE(lines[0].selected);
   EXPECT_EQ("\n", lines[1].text);
-  EXPECT_FALSE(lines[1].wanted);
+  EXPECT_FALSE(lines[1].selected);
   EXPECT_EQ("Mb\n", lines[2].text);
-  EXPECT_TRUE(lines[2].wanted);
+  EXPECT_TRUE(lines[2].selected);
 }
 
 }  // namespace

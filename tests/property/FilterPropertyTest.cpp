@@ -32,9 +32,9 @@ constexpr double kSeconds = 1;
 constexpr Chunking kChunkings[] = {Chunking::kWhole, Chunking::kLineByLine,
                                    Chunking::kRandom};
 
-// One use of the filter: what is looked for and over which text.
+// A call of the filter.
 struct FilterCase {
-  std::string pattern;  // without quotes and blanks; taken literally
+  std::string pattern;  // a literal without quotes and blanks
   bool ignoreCase;
   bool invert;
   OracleContext context;
@@ -73,7 +73,7 @@ Texts expected(FilterCase const& filterCase) {
                    filterCase.context);
 }
 
-// What the matching core keeps, without a command line.
+// The lines kept by the matching core, without a command line.
 Texts keptByCore(FilterCase const& filterCase) {
   LineMatcher matcher(filterCase.pattern, filterCase.ignoreCase, kSeconds);
   QorCliPipe::PipeCmd::FilterStruct state;
@@ -100,8 +100,8 @@ Texts commandLine(FilterCase const& filterCase) {
   return tokens;
 }
 
-// What the command keeps in calls of one action: each case's text is delivered
-// in pieces, with the options of the case.
+// The lines kept by the command in one action: each case's text is delivered in
+// chunks, with the options of the case.
 Texts keptByCommand(std::vector<FilterCase> const& cases, Chunking chunking,
                     std::mt19937& random) {
   QorCliApiContext_5 record{};
@@ -128,7 +128,7 @@ Texts keptByCommand(FilterCase const& filterCase, Chunking chunking,
   return keptByCommand(std::vector<FilterCase>{filterCase}, chunking, random);
 }
 
-// Checks a case on every road through the filter.
+// Checks a case with every interface of the filter.
 void check(FilterCase const& filterCase, std::mt19937& random) {
   Texts const oracle = expected(filterCase);
   ASSERT_EQ(oracle, keptByCore(filterCase)) << filterCase;
@@ -138,12 +138,11 @@ void check(FilterCase const& filterCase, std::mt19937& random) {
   }
 }
 
-// `count` lines of which those at the set bits of `wanted` hold an M. No two
-// lines are equal.
-std::string linesOf(std::size_t count, std::size_t wanted) {
+// `count` different lines; those at the set bits of `selected` contain an M.
+std::string linesOf(std::size_t count, std::size_t selected) {
   std::string text;
   for (std::size_t i = 0; i < count; ++i) {
-    text += ((wanted >> i) & 1U) != 0 ? 'M' : 'x';
+    text += ((selected >> i) & 1U) != 0 ? 'M' : 'x';
     text += std::to_string(i) + '\n';
   }
   return text;
@@ -156,8 +155,9 @@ TEST_P(ExhaustiveFilter, KeepsWhatTheOracleKeeps) {
   auto const [after, before] = GetParam();
   std::mt19937 random(testSeed());
   for (std::size_t length = 0; length <= kExhaustiveLength; ++length) {
-    for (std::size_t wanted = 0; wanted < std::size_t{1} << length; ++wanted) {
-      std::string const text = linesOf(length, wanted);
+    for (std::size_t selected = 0; selected < std::size_t{1} << length;
+         ++selected) {
+      std::string const text = linesOf(length, selected);
       check({"M", false, false, {after, before}, text}, random);
       check({"M", false, true, {after, before}, text}, random);
       if (HasFatalFailure()) return;
@@ -183,7 +183,7 @@ class RandomFilter : public testing::Test {
     return std::uniform_int_distribution<std::size_t>(0, highest)(random_);
   }
 
-  // A word of the few letters that patterns and lines are made of.
+  // A word of the few letters of patterns and lines.
   std::string word(std::size_t shortest, std::size_t longest) {
     static char const letters[] = "abAB";
     std::string text;
@@ -268,13 +268,12 @@ TEST_F(RandomFilter, SeparatesGroupsOnly) {
   }
 }
 
-// ---- Options that change between the calls of one action
+// ---- Options that change between the calls of an action
 //
-// They hold for the lines of their call. What an earlier one has left over,
-// lines of leading context and trailing lines still to be kept, stays.
+// They apply to the lines of their call. Leading context and trailing lines
+// left over from an earlier call remain.
 
-// Line by line, each call pushes one line only.
-TEST_F(RandomFilter, MayBeGivenOtherOptionsInEachCall) {
+TEST_F(RandomFilter, AcceptsDifferentOptionsInEachCall) {
   for (int i = 0; i < 500; ++i) {
     std::vector<FilterCase> cases(1 + upTo(4));
     for (FilterCase& someCase : cases) {
@@ -304,7 +303,7 @@ std::ostream& operator<<(std::ostream& out, ChangeRow const& row) {
 
 class ChangedContext : public testing::TestWithParam<ChangeRow> {};
 
-TEST_P(ChangedContext, HoldsFromTheNextCallOn) {
+TEST_P(ChangedContext, AppliesFromTheNextCallOn) {
   ChangeRow const& row = GetParam();
   std::mt19937 random(testSeed());
   for (Chunking const chunking : kChunkings) {
@@ -319,8 +318,7 @@ TEST_P(ChangedContext, HoldsFromTheNextCallOn) {
   }
 }
 
-// A line that comes while as many lines are held as asked for, or more, takes
-// the place of the oldest.
+// Once the ring buffer holds the limit or more, each line replaces the oldest.
 INSTANTIATE_TEST_SUITE_P(
     Before, ChangedContext,
     testing::Values(

@@ -10,14 +10,14 @@ PCRE2_SPTR bytesOf(std::string_view text) {
 }  // namespace
 
 Pcre2Oracle::Pcre2Oracle(std::string const& pattern, bool ignoreCase,
-                         std::uint32_t mostSteps, std::uint32_t mostMemory)
+                         std::uint32_t maxSteps, std::uint32_t maxMemory)
     : pattern_(pattern),
       ignoreCase_(ignoreCase),
       code_(compiled(0)),
       data_(pcre2_match_data_create(1, nullptr)),
       context_(pcre2_match_context_create(nullptr)) {
-  pcre2_set_match_limit(context_.get(), mostSteps);
-  pcre2_set_heap_limit(context_.get(), mostMemory);
+  pcre2_set_match_limit(context_.get(), maxSteps);
+  pcre2_set_heap_limit(context_.get(), maxMemory);
 }
 
 std::unique_ptr<pcre2_code, Pcre2Oracle::Free> Pcre2Oracle::compiled(
@@ -45,7 +45,7 @@ std::optional<bool> Pcre2Oracle::matches(std::string_view line) const {
   if (status == PCRE2_ERROR_NOMATCH) return false;
   if (status < 0) return std::nullopt;
   PCRE2_SIZE const* const match = pcre2_get_ovector_pointer(data_.get());
-  // \K may let a match begin behind its end; it is what follows, then.
+  // \K may start a match after its end, where it lasts to the end of the line.
   std::size_t const end = match[0] > match[1] ? line.size() : match[1];
   return match[0] != end;
 }

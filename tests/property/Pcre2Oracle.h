@@ -12,29 +12,27 @@
 
 namespace qor_test {
 
-// What PCRE2's interpreter says of a pattern, and of lines under it.
+// The answers of PCRE2's interpreter for a pattern.
 class Pcre2Oracle {
  public:
-  // A line may take `mostSteps` backtracking steps and `mostMemory` KiB.
+  // A line may take `maxSteps` backtracking steps and `maxMemory` KiB.
   Pcre2Oracle(std::string const& pattern, bool ignoreCase,
-              std::uint32_t mostSteps = 1'000'000,
-              std::uint32_t mostMemory = 20 * 1024);
+              std::uint32_t maxSteps = 1'000'000,
+              std::uint32_t maxMemory = 20 * 1024);
 
-  // Whether PCRE2 takes the pattern.
+  // Whether PCRE2 accepts the pattern.
   bool isValid() const { return code_ != nullptr; }
 
   // Whether the first match in `line`, which comes without its line feed, is
-  // not empty. Nothing when that takes more steps or more memory, and when
-  // PCRE2 has a reason of its own not to answer. Only when the pattern is
-  // valid.
+  // not empty. Nothing if that exceeds the steps or the memory, or PCRE2 fails.
+  // Requires isValid().
   std::optional<bool> matches(std::string_view line) const;
 
-  // Whether a group calls itself without end over `line`, where PCRE2 has to
-  // try: what it knows of a pattern beforehand may spare it that, and is not
-  // the same with callouts.
+  // Whether a group recurses endlessly on `line`, without start optimizations:
+  // these may avoid the recursion, but differ with callouts.
   bool hasEndlessCall(std::string_view line) const;
 
-  // Whether the pattern can be compiled with callouts, too.
+  // Whether the pattern can also be compiled with callouts.
   bool fitsWithCallouts() const {
     return compiled(PCRE2_AUTO_CALLOUT) != nullptr;
   }

@@ -1,6 +1,6 @@
-// A line of pipe commands prints what they print one after the other, each over
-// the whole text: whatever plug-ins they come from, however the text comes in,
-// and whatever a component forgets when an input is complete.
+// A pipeline prints the same as its commands one by one, each over the whole
+// text: for any plug-ins, any chunks, and whatever state a component drops when
+// an input is complete.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -28,20 +28,20 @@
 namespace QorCliEngine {
 namespace {
 
-// A text that comes in pieces of random sizes, at most as long as there are
-// bytes in a few lines, with a pause behind each.
-class PiecesSource : public Source {
+// A text in chunks of random sizes, at most a few lines, with a pause after
+// each.
+class ChunksSource : public Source {
  public:
-  PiecesSource(std::string const& text, std::mt19937& random)
+  ChunksSource(std::string const& text, std::mt19937& random)
       : text_(text), random_(random) {}
 
   State read(LineChunker& chunker) override {
-    constexpr std::size_t kMost = 12;
+    constexpr std::size_t kMax = 12;  // bytes
     std::size_t const size =
-        std::uniform_int_distribution<std::size_t>(1, kMost)(random_);
-    std::string const piece = text_.substr(done_, size);
-    chunker.append(piece);
-    done_ += piece.size();
+        std::uniform_int_distribution<std::size_t>(1, kMax)(random_);
+    std::string const chunk = text_.substr(done_, size);
+    chunker.append(chunk);
+    done_ += chunk.size();
     return done_ < text_.size() ? State::kIdle : State::kEnd;
   }
 
@@ -51,8 +51,8 @@ class PiecesSource : public Source {
   std::size_t done_ = 0;
 };
 
-// Each may be the first one asked for a command, also when it has no instance
-// left.
+// In any order, so that each may be the first one asked for a command, even if
+// it has no instances left.
 std::vector<std::string> pluginsInAnyOrder(std::mt19937& random) {
   std::vector<std::string> paths{QOR_CLI_PIPE_LIBRARY, QOR_STATEFUL_OWN,
                                  QOR_STATEFUL_ALL, QOR_STATEFUL_ONE,
@@ -63,7 +63,7 @@ std::vector<std::string> pluginsInAnyOrder(std::mt19937& random) {
 
 class Pipelines : public testing::Test {
  protected:
-  // Every stage's text, through a line of them.
+  // The output of a pipeline.
   std::string run(std::vector<std::string> const& stages,
                   std::string const& text) {
     std::vector<PipeStage> made;
@@ -73,7 +73,7 @@ class Pipelines : public testing::Test {
     }
     OutputWriter output;
     Pipeline line("text", std::move(made), output, diagnostics_);
-    PiecesSource source(text, random_);
+    ChunksSource source(text, random_);
     LineInstances instances(plugins_);
     line.run(source, instances);
     return output.buffer();
@@ -85,15 +85,15 @@ class Pipelines : public testing::Test {
     return text;
   }
 
-  std::size_t number(std::size_t least, std::size_t most) {
-    return std::uniform_int_distribution<std::size_t>(least, most)(random_);
+  std::size_t number(std::size_t min, std::size_t max) {
+    return std::uniform_int_distribution<std::size_t>(min, max)(random_);
   }
 
   std::string oneOf(std::vector<std::string> const& words) {
     return words[number(0, words.size() - 1)];
   }
 
-  // Few different lines, so that there are runs of them.
+  // Few different lines, so that some repeat.
   std::string randomText() {
     std::string text;
     for (std::size_t i = number(0, 12); i > 0; --i) {
@@ -138,14 +138,15 @@ std::string joined(std::vector<std::string> const& stages) {
   return line;
 }
 
-// The stages are told of ends in order, which makes the third forget.
+// The inputs end in order, which makes the third stage's component drop its
+// state.
 TEST_F(Pipelines, aStageKeepsItsStateAtTheEndOfAnEarlierOne) {
   std::vector<std::string> const stages{"filter .", "own-runs",
                                         "filter -b 1 c"};
   EXPECT_EQ(run(stages, "a\nb\nc\n"), "1 b\n1 c\n");
 }
 
-TEST_F(Pipelines, printWhatTheirStagesPrintOneByOne) {
+TEST_F(Pipelines, printTheSameAsTheirStagesOneByOne) {
   int const count = qor_test::isSlowRun() ? 500 : 10000;
   std::size_t printed = 0;
   for (int i = 0; i < count; ++i) {
@@ -194,9 +195,8 @@ TEST(PluginInstances, areKeptForLaterLinesAndLeaveNothing) {
   EXPECT_EQ(openFiles(), before);
 }
 
-// The loader knows a library that it has by its name, also when its file is
-// gone.
-TEST(PluginInstances, areRefusedWithTheReasonWhenTheFileCannotBeOpened) {
+// The loader finds a loaded library by its name, even if its file is gone.
+TEST(PluginInstances, failWithTheReasonWhenTheFileCannotBeOpened) {
   namespace fs = std::filesystem;
   std::string const path = fs::path(testing::TempDir()) /
                            ("gone-" + std::to_string(::getpid()) + ".so");
@@ -217,36 +217,35 @@ TEST(PluginInstances, areRefusedWithTheReasonWhenTheFileCannotBeOpened) {
   ::dlclose(loaded);
 }
 
-// What the name of the command's component in an instance is.
+// The name of an instance's component.
 std::string nameOf(Plugin const& plugin) {
   return plugin.pipeComponents().front().name();
 }
 
-void refuseInstance(Plugins& plugins, std::size_t plugin,
-                    char const* function) {
+void failInstance(Plugins& plugins, std::size_t plugin, char const* function) {
   ::setenv("STATEFUL_REFUSES", function, 1);
   EXPECT_THROW(plugins.instance(plugin, 1), PluginFailure) << function;
   ::unsetenv("STATEFUL_REFUSES");
 }
 
-TEST(PluginInstances, thatAreRefusedLeaveNothing) {
+TEST(PluginInstances, thatFailLeaveNothing) {
   for (char const* function : {"init", "start"}) {
     Diagnostics diagnostics(false, false);
     Plugins plugins({QOR_STATEFUL_OWN, QOR_STATEFUL_ALL}, diagnostics);
     std::size_t const before = openFiles();
-    refuseInstance(plugins, 0, function);
+    failInstance(plugins, 0, function);
     EXPECT_EQ(openFiles(), before) << function;
     EXPECT_EQ(nameOf(plugins.instance(1, 1)), "all") << function;
     EXPECT_EQ(nameOf(plugins.instance(0, 1)), "own") << function;
   }
 }
 
-// The loader knows it by a path that no other may then have.
-TEST(PluginInstances, thatStayLoadedAreNotTakenForOthers) {
+// The loader finds it by its path, which no other library may use then.
+TEST(PluginInstances, thatStayLoadedAreNotConfusedWithOthers) {
   for (char const* function : {"init", "start"}) {
     Diagnostics diagnostics(false, false);
     Plugins plugins({QOR_STATEFUL_KEPT, QOR_STATEFUL_ALL}, diagnostics);
-    refuseInstance(plugins, 0, function);
+    failInstance(plugins, 0, function);
     EXPECT_EQ(nameOf(plugins.instance(1, 1)), "all") << function;
     EXPECT_EQ(nameOf(plugins.instance(0, 1)), "kept") << function;
   }

@@ -1,5 +1,5 @@
-// The commands of libcli_text print what their plainest definitions say, over
-// the whole text, however it comes in.
+// The commands of libcli_text agree with their simplest definitions over the
+// whole text, for any chunks.
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ using Texts = std::vector<std::string>;
 // A use of a command.
 struct Use {
   std::string command;
-  bool option = false;  // its only one
+  bool option = false;  // the command's only one
   std::optional<std::string> pattern = {};
   std::optional<std::size_t> lines = {};
 };
@@ -47,10 +47,10 @@ Texts linesOf(std::string const& text) {
 
 // ---- Definitions
 
-std::string inColumn(std::size_t number, int width, char const* behind,
+std::string inColumn(std::size_t number, int width, char const* after,
                      std::string const& line) {
   std::ostringstream out;
-  out << std::setw(width) << number << behind << line;
+  out << std::setw(width) << number << after << line;
   return out.str();
 }
 
@@ -104,13 +104,13 @@ class TextCommands : public PluginTest {
  protected:
   TextCommands() : PluginTest(QOR_CLI_TEXT_LIBRARY) {}
 
-  // What a command prints over a text that comes in pieces.
-  std::string printed(Use const& use, Texts const& pieces) {
+  // The output of a command for a text in chunks.
+  std::string printed(Use const& use, Texts const& chunks) {
     session.clear();
     ++actionId_;
-    for (std::string const& piece : pieces) {
+    for (std::string const& chunk : chunks) {
       ActionResult const result =
-          this->use(kExecute, actionId_, commandLine(use), piece);
+          this->use(kExecute, actionId_, commandLine(use), chunk);
       EXPECT_EQ(result.status, 0);
       EXPECT_EQ(result.commandMatchCount, 1U);
     }
@@ -120,8 +120,8 @@ class TextCommands : public PluginTest {
     return text;
   }
 
-  std::size_t number(std::size_t least, std::size_t most) {
-    return std::uniform_int_distribution<std::size_t>(least, most)(random_);
+  std::size_t number(std::size_t min, std::size_t max) {
+    return std::uniform_int_distribution<std::size_t>(min, max)(random_);
   }
 
   template <class Value>
@@ -129,7 +129,7 @@ class TextCommands : public PluginTest {
     return values[number(0, values.size() - 1)];
   }
 
-  // A line as long as a network element may print one, now and then.
+  // Sometimes as long as the longest lines of network elements.
   std::string randomLine() {
     if (number(0, 40) == 0) return std::string(number(1, 100'000), 'a');
     return oneOf<std::string>(
@@ -146,7 +146,7 @@ class TextCommands : public PluginTest {
     return text;
   }
 
-  // Some of the patterns are regular, and some may match the empty text.
+  // Some are regular, and some may match the empty string.
   std::string randomPattern() {
     return oneOf<std::string>({"a", "^a$", "b|link", ".", "", "x*", "^", "B",
                                "(a|b)\\1", "(?=li)link", "n{2}", "up$",
@@ -171,9 +171,9 @@ class TextCommands : public PluginTest {
   unsigned actionId_ = 0;
 };
 
-// All texts up to six bytes of two letters and line feeds, cut in every way.
-TEST_F(TextCommands, printWhatTheyAreDefinedToPrintHoweverSmallTextsAreCut) {
-  constexpr unsigned kLongest = 6;  // bytes
+// All texts up to six bytes of two letters and line feeds, split in every way.
+TEST_F(TextCommands, agreeWithTheirDefinitionsOnAllShortTextsAndChunks) {
+  constexpr unsigned kMaxLength = 6;  // bytes
   std::vector<Use> const uses{{"begin", false, "b"},
                               {"begin", true, "B"},
                               {"count"},
@@ -187,7 +187,7 @@ TEST_F(TextCommands, printWhatTheyAreDefinedToPrintHoweverSmallTextsAreCut) {
                               {"tail", false, {}, 2},
                               {"unique"},
                               {"unique", true}};
-  for (unsigned length = 0; length <= kLongest; ++length) {
+  for (unsigned length = 0; length <= kMaxLength; ++length) {
     unsigned texts = 1;
     for (unsigned i = 0; i < length; ++i) texts *= 3;
     for (unsigned i = 0; i < texts; ++i) {
@@ -198,20 +198,20 @@ TEST_F(TextCommands, printWhatTheyAreDefinedToPrintHoweverSmallTextsAreCut) {
       for (Use const& use : uses) {
         std::string const oracle = expected(use, text);
         for (unsigned cuts = 0; cuts < 1U << length; cuts += 2) {
-          Texts pieces{""};
+          Texts chunks{""};
           for (unsigned at = 0; at < length; ++at) {
-            if ((cuts >> at & 1U) != 0) pieces.emplace_back();
-            pieces.back() += text[at];
+            if ((cuts >> at & 1U) != 0) chunks.emplace_back();
+            chunks.back() += text[at];
           }
-          ASSERT_EQ(printed(use, pieces), oracle)
-              << commandLine(use) << " over " << testing::PrintToString(pieces);
+          ASSERT_EQ(printed(use, chunks), oracle)
+              << commandLine(use) << " over " << testing::PrintToString(chunks);
         }
       }
     }
   }
 }
 
-TEST_F(TextCommands, printWhatTheyAreDefinedToPrintOverRandomTexts) {
+TEST_F(TextCommands, agreeWithTheirDefinitionsOnRandomTexts) {
   for (int i = 0; i < 3000; ++i) {
     Use const use = randomUse();
     std::string const text = randomText();
@@ -245,10 +245,9 @@ TEST_F(TextCommands, keepActionsApart) {
   }
 }
 
-// What is behind the first line that matches is not matched: that it has no
-// answer does no harm.
-TEST_F(TextCommands, beginMatchesNoLineBehindTheFirst) {
-  std::string const endless = "a|b((?1))";  // on a line with a b
+// Lines after the first match are not matched, so they cannot fail.
+TEST_F(TextCommands, beginMatchesNoLineAfterTheFirstMatch) {
+  std::string const endless = "a|b((?1))";  // fails on a line with a b
   EXPECT_EQ(
       use(kExecute, ++actionId_, "count \"" + endless + '"', "b\n").status, -1);
   EXPECT_EQ(printed({"begin", false, endless}, {"c\na\nb\n"}), "a\nb\n");

@@ -7,7 +7,7 @@
 
 namespace qor_test {
 
-// What the tokenizer makes of a line.
+// The result of the tokenizer.
 struct Tokenized {
   bool accepted;
   std::vector<std::string> tokens;
@@ -15,12 +15,11 @@ struct Tokenized {
 
 bool operator==(Tokenized const& a, Tokenized const& b);
 
-// Lines that the oracle can be trusted with: its expressions take stack and
-// time that grow with the line. In bytes.
-constexpr std::size_t kLongestOracleLine = 2000;
+// In bytes: the stack and the time of the oracle's expressions grow with the
+// line.
+constexpr std::size_t kMaxOracleLine = 2000;
 
-// Cuts a line into tokens by searching it for regular expressions, step by
-// step.
+// Tokenizes a line by searching it for regular expressions.
 Tokenized tokenizedByExpressions(std::string const& line);
 
 }  // namespace qor_test

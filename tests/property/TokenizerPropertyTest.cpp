@@ -40,7 +40,7 @@ void forEachLine(std::string const& alphabet, std::size_t length,
 
 class ShortLines : public testing::TestWithParam<char const*> {};
 
-TEST_P(ShortLines, AreCutAsTheExpressionsCutThem) {
+TEST_P(ShortLines, AreTokenizedLikeTheExpressions) {
   std::size_t lines = 0;
   for (std::size_t length = 0; length <= 8; ++length) {
     forEachLine(GetParam(), length, [&](std::string const& line) {
@@ -52,14 +52,13 @@ TEST_P(ShortLines, AreCutAsTheExpressionsCutThem) {
   EXPECT_GT(lines, 5000U);
 }
 
-// What matters to quotes, what may stand beside them, what matters to
-// punctuation, and white space that is not a blank; the oracle is slow, so not
-// all at once.
+// Characters relevant to quotes, to their neighbours, to punctuation, and white
+// space other than a blank; separately, since the oracle is slow.
 INSTANTIATE_TEST_SUITE_P(Alphabets, ShortLines,
                          testing::Values("a\"\\ =)", "a\"(> ", "a\"\\,[",
                                          "]\"\\ ", "a]\t\"\n"));
 
-TEST(RandomLines, AreCutAsTheExpressionsCutThem) {
+TEST(RandomLines, AreTokenizedLikeTheExpressions) {
   std::mt19937 random(testSeed());
   std::string const alphabet = "ab\"\"\\ \t\n\v\f\r=,[]()>x:1|'\xA0\xC3";
   for (int i = 0; i < 20000; ++i) {

@@ -13,10 +13,10 @@ namespace qor_test {
 namespace {
 
 constexpr std::size_t kThreadStack = std::size_t{1} << 20;  // bytes
-constexpr int kSoManyFail = 100000;  // allocations of a call, at the very most
+constexpr int kMaxAllocations = 100000;                     // of a call
 
-// What the plug-in answers to the framework made here. Answering allocates
-// nothing, so that all allocations that fail are those of the plug-in.
+// The output of the plug-in. Recording it allocates nothing, so that all
+// failing allocations are the plug-in's.
 std::string transcript;
 
 void note(char const* text) {
@@ -47,9 +47,9 @@ std::int32_t acceptPrompt(ContextRecord*, char const*) { return 0; }
 
 }  // extern "C"
 
-// What came of a call.
+// The outcome of a call.
 struct Outcome {
-  bool reached;  // the allocation that was to fail
+  bool reached;  // the failing allocation
   bool thrown;   // std::bad_alloc
   std::int32_t status;
 };
@@ -74,8 +74,7 @@ constexpr char kRest[] =
     "a line that matches, M: abab\n"
     "one line of trailing context\n"
     "a line that is left out of it\n";
-// One for each way in which a line is matched: by PCRE2's JIT code, by RE2, and
-// by PCRE2 under the clock.
+// One for each strategy: PCRE2's JIT code, RE2, and PCRE2 with a time limit.
 constexpr char kFilter[] = "filter -b 2 -a 1 \"M: [ab]*\"";
 constexpr char kLinearFilter[] = "filter -b 2 -a 1 \"M: (a|b)*\"";
 constexpr char kTimedFilter[] = "filter -b 2 -a 1 \"(*UTF8)M: (a|b)*\"";
@@ -106,14 +105,14 @@ class AllocationFailure : public testing::Test {
     return QuietPortal::commands().inputComplete(&record_, 1);
   }
 
-  // What a call prints when nothing fails.
+  // The output of a call if nothing fails.
   std::string answer(unsigned action, char const* line, char const* input) {
     transcript.clear();
     EXPECT_EQ(0, use(action, line, input));
     return transcript;
   }
 
-  // The whole of an action works, and leaves nothing behind.
+  // A complete action works, and leaves no state.
   void expectWorks() {
     EXPECT_EQ("", answer(kExecute, kFilter, kBeginning));
     EXPECT_EQ(kKept, answer(kExecute, kFilter, kRest));
@@ -126,11 +125,11 @@ class AllocationFailure : public testing::Test {
   ContextRecord record_{};
 };
 
-// ---- A library that is just loaded
+// ---- A newly loaded library
 
 class LoadedLibrary : public AllocationFailure {
  protected:
-  // Returns whether the allocation was reached.
+  // Returns whether the failing allocation was reached.
   bool initFailingAt(int number) {
     Plugin plugin;
     Outcome const outcome = callFailingAt(number, [&] { return init(plugin); });
@@ -153,16 +152,16 @@ class LoadedLibrary : public AllocationFailure {
     return outcome.reached;
   }
 
-  // Lets each allocation fail in turn; returns how many there are. The loader
-  // frees some of its memory at every other load only, hence a second load.
+  // Makes each allocation fail in turn; returns their number. The loader frees
+  // some of its memory only at every other load, hence a second load.
   static int failEach(std::function<bool(int)> const& failingAt) {
-    // What is allocated once in a process.
-    for (int first : {1, kSoManyFail, 1, kSoManyFail}) failingAt(first);
+    // Allocations that are made once per process.
+    for (int first : {1, kMaxAllocations, 1, kMaxAllocations}) failingAt(first);
     int number = 1;
-    for (; number < kSoManyFail && !HasFailure(); ++number) {
+    for (; number < kMaxAllocations && !HasFailure(); ++number) {
       long const before = outstandingAllocations();
       bool const reached = failingAt(number);
-      failingAt(kSoManyFail);
+      failingAt(kMaxAllocations);
       EXPECT_EQ(before, outstandingAllocations()) << number;
       if (!reached) break;
     }
@@ -170,7 +169,7 @@ class LoadedLibrary : public AllocationFailure {
   }
 };
 
-TEST_F(LoadedLibrary, IsInitialisedAtTheNextTry) {
+TEST_F(LoadedLibrary, CanBeInitialisedAgain) {
   EXPECT_GT(failEach([this](int number) { return initFailingAt(number); }), 10);
 }
 
@@ -188,31 +187,30 @@ class InitialisedLibrary : public AllocationFailure {
  protected:
   InitialisedLibrary() {
     EXPECT_EQ(0, init(plugin_));
-    // What RE2 makes once is made: it takes the place of JIT code for which
-    // there was no memory.
+    // RE2's lazy initialisation: RE2 replaces JIT code that failed to compile.
     EXPECT_EQ(0, use(kExecute, kLinearFilter, kRest));
     EXPECT_EQ(0, complete());
     expectWorks();
   }
   ~InitialisedLibrary() override { plugin_.terminate(); }
 
-  // Lets each allocation of `call` fail in turn, behind `prepare`, or the first
-  // hundred and then some where that would take long. A call whose
-  // allocation failed gives the whole answer all the same, or fails: with
-  // std::bad_alloc and no answer, or with -1 and no more than the first text of
-  // the answer. Returns how many allocations there are.
+  // Makes each allocation of `call` fail in turn, after `prepare`, or only the
+  // first hundred and some later ones where that would take long. The call then
+  // still gives the whole answer, or fails: with std::bad_alloc and no answer,
+  // or with -1 and at most the first text of the answer. Returns the number of
+  // allocations.
   int failEach(std::function<void()> const& prepare,
                std::function<std::int32_t()> const& call,
                std::string const& answer) {
     compileAnotherFilter();
     int number = 1;
-    for (; number < kSoManyFail && !HasFailure(); number += step(number)) {
+    for (; number < kMaxAllocations && !HasFailure(); number += step(number)) {
       long const before = outstandingAllocations();
       prepare();
       compileAnotherFilter();
       Outcome const outcome = outcomeOf(number, call);
       expectConsistent(outcome, answer);
-      // The state can be used as it was left.
+      // The state is still usable.
       EXPECT_EQ(0, use(kExecute, kFilter, kRest));
       EXPECT_EQ(0, complete());
       expectWorks();
@@ -225,13 +223,13 @@ class InitialisedLibrary : public AllocationFailure {
     return number - 1;
   }
 
-  bool onThread_ = false;  // whether the call is made on another thread
-  // Without memory, RE2 loses what it held by then, for it is not written for
-  // exceptions. It says so on standard error at times.
+  bool onThread_ = false;  // whether to call on another thread
+  // When memory runs out, RE2 leaks, since it is not exception-safe. Sometimes
+  // it reports that on standard error.
   bool mayLeak_ = false;
 
  private:
-  // What one call has compiled shall not save the next from doing so.
+  // The next call must compile its own pattern.
   void compileAnotherFilter() {
     EXPECT_EQ(0, use(kExecute, "filter something_else", "a line\n"));
   }
@@ -264,8 +262,8 @@ class InitialisedLibrary : public AllocationFailure {
 
 void nothing() {}
 
-// With the address sanitizer, the operator new of this program throws by
-// itself, and RE2 does not survive that.
+// With AddressSanitizer, the operator new of this program throws without the
+// new-handler, which RE2 does not survive.
 constexpr char const* kFilters[] = {
     kFilter,
     kTimedFilter,
@@ -330,12 +328,12 @@ TEST_F(InitialisedLibrary, Helps) {
   }
 }
 
-TEST_F(InitialisedLibrary, TakesTheEndOfTheInput) {
+TEST_F(InitialisedLibrary, CompletesTheInput) {
   failEach([this] { use(kExecute, kFilter, kBeginning); },
            [this] { return complete(); }, "");
 }
 
-// ---- A component made of commands, which throws nothing
+// ---- A component of commands, which never throws
 
 class InitialisedComponent : public AllocationFailure {
  protected:
@@ -356,13 +354,13 @@ class InitialisedComponent : public AllocationFailure {
     return answer(kExecute, kCount, text);
   }
 
-  // Lets each allocation of `call` fail in turn, behind `prepare`. A call whose
-  // allocation failed gives `answer` all the same, or fails with a reason, or
-  // none, and leaves no run.
+  // Makes each allocation of `call` fail in turn, after `prepare`. The call
+  // then still gives `answer`, or fails, with or without a reason, and leaves
+  // no run.
   void failEach(std::function<void()> const& prepare,
                 std::function<std::int32_t()> const& call,
                 std::string const& answer) {
-    for (int number = 1; number < kSoManyFail && !HasFailure(); ++number) {
+    for (int number = 1; number < kMaxAllocations && !HasFailure(); ++number) {
       SCOPED_TRACE(number);
       long const before = outstandingAllocations();
       prepare();
@@ -409,7 +407,7 @@ TEST_F(InitialisedComponent, ExecutesAgain) {
       "1 a long line that is not complete yet\n|");
 }
 
-TEST_F(InitialisedComponent, TakesTheEndOfTheInput) {
+TEST_F(InitialisedComponent, CompletesTheInput) {
   failEach(
       [this] { use(kExecute, kCount, "a long line that is not complete"); },
       [this] { return complete(); }, "1 a long line that is not complete\n|");
@@ -427,7 +425,7 @@ TEST_F(InitialisedComponent, CompletesAndHelps) {
 
 class LoadedComponent : public AllocationFailure {};
 
-TEST_F(LoadedComponent, IsInitialisedAtTheNextTry) {
+TEST_F(LoadedComponent, CanBeInitialisedAgain) {
   bool reached = true;
   int number = 1;
   for (; reached && !HasFailure(); ++number) {

@@ -13,20 +13,20 @@
 namespace qor_test {
 namespace {
 
-// Less is asked for of a slow run.
+// A slow run does less.
 int const kCalls = isSlowRun() ? 16000 : 160000;
 constexpr int kFirstCalls = 1000;
 int const kLoads = isSlowRun() ? 50 : 200;
 constexpr int kFirstLoads = 20;
 
-// The allocator does not give every page back at once; that of the address
-// sanitizer holds back 256 MiB.
+// The allocator does not return every page at once; AddressSanitizer's retains
+// 256 MiB.
 long const kTolerance = (isSlowRun() ? 320L : 1L) << 20;  // bytes
 
-// Freed blocks that the allocator keeps at hand count as allocated.
-constexpr std::size_t kBlocksAtHand = 8 * 1024;  // bytes
+// Freed blocks in the allocator's caches count as allocated.
+constexpr std::size_t kCachedBlocks = 8 * 1024;  // bytes
 
-// Memory of this process that is in use.
+// The resident memory of this process.
 long residentBytes() {
   std::ifstream file("/proc/self/statm");
   long total = 0;
@@ -36,8 +36,7 @@ long residentBytes() {
   return resident * sysconf(_SC_PAGESIZE);
 }
 
-// Memory that is allocated and not freed; 0 in a slow run, whose allocator is
-// another one that looks for leaks itself.
+// Allocated memory; 0 in a slow run, whose allocator checks for leaks itself.
 std::size_t allocatedBytes() {
   if (isSlowRun()) return 0;
   struct mallinfo2 const info = mallinfo2();
@@ -83,7 +82,7 @@ class Endurance : public PluginTest {
       ++failures_;
     }
     ++calls_;
-    // The engine reports its inputs complete, some more often than others.
+    // Some inputs are completed more often than others.
     if (calls_ % 50 == 0 &&
         interface->inputComplete(&session.record, actionId) != 0) {
       ++failures_;
@@ -98,15 +97,15 @@ class Endurance : public PluginTest {
   int failures_ = 0;
 };
 
-TEST_F(Endurance, MemoryIsWhereItWasAfterManyCalls) {
+TEST_F(Endurance, DoesNotLeakOverManyCalls) {
   callUntil(kFirstCalls);
   long const resident = residentBytes();
   std::size_t const allocated = allocatedBytes();
   callUntil(kFirstCalls + kCalls);
   EXPECT_LE(residentBytes(), resident + kTolerance);
-  // Both figures are taken at the same call of the mix, the state forgotten.
+  // Both are measured at the same call of the mix, after the state is cleared.
   ASSERT_EQ(0, kCalls % static_cast<int>(kMix.size()));
-  EXPECT_LE(allocatedBytes(), allocated + kBlocksAtHand);
+  EXPECT_LE(allocatedBytes(), allocated + kCachedBlocks);
   EXPECT_EQ(0, failures_);
 }
 
@@ -136,26 +135,25 @@ void loadTimes(int loads, char const* command = "filter -b 3 a") {
   }
 }
 
-TEST(EndlessLoading, LeavesNoLibraryAndNoMemoryBehind) {
+TEST(EndlessLoading, LeavesNoLibraryAndNoMemory) {
   loadTimes(kFirstLoads);
   long const resident = residentBytes();
   std::size_t const allocated = allocatedBytes();
   loadTimes(kLoads);
   EXPECT_LE(residentBytes(), resident + kTolerance);
-  EXPECT_LE(allocatedBytes(), allocated + kBlocksAtHand);
+  EXPECT_LE(allocatedBytes(), allocated + kCachedBlocks);
 }
 
-// What RE2 makes once in a process it makes anew when it is loaded again, and
-// never frees.
-TEST(EndlessLoading, LeavesLittleBehindOfAPatternForRe2) {
-  constexpr std::size_t lostAtALoad = 256;  // bytes
+// RE2 repeats its lazy initialisation when it is loaded again, and leaks it.
+TEST(EndlessLoading, LeaksLittleWithAPatternForRe2) {
+  constexpr std::size_t leakPerLoad = 256;  // bytes
   constexpr char command[] = "filter -b 3 \"(a|d)+$\"";
   loadTimes(kFirstLoads, command);
   std::size_t const allocated = allocatedBytes();
   loadTimes(kLoads, command);
   EXPECT_LE(allocatedBytes(),
-            allocated + kBlocksAtHand +
-                static_cast<std::size_t>(kLoads) * lostAtALoad);
+            allocated + kCachedBlocks +
+                static_cast<std::size_t>(kLoads) * leakPerLoad);
 }
 
 }  // namespace

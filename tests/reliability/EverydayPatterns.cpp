@@ -96,7 +96,7 @@ std::vector<std::string> everydayPatterns() {
       R"~([A-Z]{2,5}-\d+)~",
       R"~((?<id>[0-9a-f]{8})-(?&id)?)~",
       R"~(session [0-9a-f]{8,16})~",
-      // Links and names of hosts
+      // Links and host names
       R"~(https?://\S+)~",
       R"~(https?://[^/\s]+(/\S*)?)~",
       R"~((?:https?|ftp)://[\w.-]+(?::\d+)?(?:/[\w./?=&%-]*)?)~",
@@ -187,7 +187,7 @@ std::vector<std::string> everydayPatterns() {
       R"~(br-[a-f0-9]+)~",
       R"~(bond\d(\.\d+)?)~",
       R"~(sub-?interface)~",
-      // Records of syslog
+      // Syslog records
       R"~(<\d{1,3}>)~",
       R"~(^<(?:1(?:[0-8]\d|9[01])|[1-9]?\d)>)~",
       R"~(%[A-Z]+-\d-[A-Z]+:)~",
@@ -308,7 +308,7 @@ std::vector<std::string> everydayPatterns() {
       R"~(0*[1-9]\d{3})~",
       R"~(port (\d{4,5}))~",
       R"~(\bport (?:6553[0-5]|655[0-2]\d|65[0-4]\d\d|6[0-4]\d{3}|[1-5]\d{4}|[1-9]\d{0,3})\b)~",
-      // Texts and blanks
+      // Words and blanks
       R"~(.)~",
       R"~(^)~",
       R"~($)~",
@@ -385,7 +385,7 @@ std::string hex(unsigned n, unsigned digits) {
 
 std::string twoDigits(unsigned n) { return (n < 10 ? "0" : "") + number(n); }
 
-// What stands in a line, varied by the number of the line.
+// The words of a line, which depend on its number.
 class Words {
  public:
   explicit Words(unsigned line) : n_(line) {}

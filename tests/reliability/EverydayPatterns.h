@@ -6,12 +6,12 @@
 
 namespace qor_test {
 
-// What operators of network devices filter for: addresses, times, interfaces,
-// records of logs. No two are the same, and none begins or ends with a blank.
+// Patterns that operators of network devices use: addresses, times, interfaces,
+// log records. All are different, and none begins or ends with a blank.
 std::vector<std::string> everydayPatterns();
 
-// A log of 100 lines, each with its line feed, in which those patterns find
-// something and miss something. The same at each call.
+// A log of 100 lines, each with its line feed, some of which match those
+// patterns. The same in each call.
 std::vector<std::string> everydayLines();
 
 }  // namespace qor_test

@@ -10,8 +10,8 @@
 namespace qor_test {
 namespace {
 
-// Plain variables: the allocator is at work before any constructor runs.
-int countdown = 0;  // allocations up to the one that fails; 0 for none
+// Plain variables, since the allocator is used before any constructor runs.
+int countdown = 0;  // allocations until one fails; 0: none fails
 bool reached = false;
 long outstanding = 0;
 
@@ -74,7 +74,7 @@ QOR_TEST_REPLACES void operator delete(void* block, std::size_t) noexcept {
 
 extern "C" {
 
-// The C library's own allocator under the names that cannot be replaced.
+// The C library's allocator under names that cannot be replaced.
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);

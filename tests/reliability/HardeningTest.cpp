@@ -18,7 +18,7 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
-// What readelf says about a file.
+// The output of readelf for a file.
 std::string readelf(std::string const& options, std::string const& path) {
   std::string const command =
       QOR_READELF " --wide " + options + " '" + path + "'";
@@ -58,10 +58,10 @@ TEST_P(Hardening, RelocatedDataBecomeReadOnly) {
   EXPECT_EQ(1U, linesWith("GNU_RELRO", readelf("--segments")).size());
 }
 
-// Without it the table of imported functions would stay writable.
+// Otherwise the table of imported functions would stay writable.
 TEST_P(Hardening, NamesAreBoundAtOnce) {
   std::string const dynamic = readelf("--dynamic");
-  // An entry of its own, or a flag: the linker writes either.
+  // Depending on the linker, an entry or a flag.
   EXPECT_THAT(dynamic, HasSubstr("BIND_NOW"));
   EXPECT_THAT(linesWith("(FLAGS_1)", dynamic), Contains(HasSubstr("NOW")));
 }
@@ -84,16 +84,16 @@ TEST_P(Hardening, NoMemoryIsWritableAndExecutable) {
   EXPECT_THAT(segments, Not(Contains(HasSubstr(" RWE "))));
 }
 
-// Sanitizers bring checks of their own, and fortified functions need an
-// optimising compiler.
+// Sanitizers have checks of their own, and fortified functions need
+// optimisation.
 #if defined(QOR_FORTIFIED)
 TEST_P(Hardening, StackFramesAreChecked) {
   EXPECT_THAT(linesWith("UND", readelf("--dyn-syms")),
               Contains(HasSubstr(" __stack_chk_fail")));
 }
 
-// clang drops a buffer's check where it can prove the bound, as it can for the
-// few buffers of fixed size that the library has.
+// clang omits the check where it can prove the bound, as for the library's few
+// buffers of fixed size.
 #if !defined(__clang__)
 TEST_P(Hardening, BuffersAreChecked) {
   EXPECT_THAT(linesWith("UND", readelf("--dyn-syms")),

@@ -24,14 +24,14 @@ namespace {
 using QorCliMatching::LineFilter;
 using QorCliMatching::PatternError;
 
-// What a call over 128 KiB may take of processor time, compiling included. A
-// machine that checks every access needs more.
-double const kLongestCall = isSlowRun() ? 8 : 2;  // seconds
+// The processor time that a call over 128 KiB may take, including compilation.
+// More under valgrind and with sanitizers.
+double const kMaxCall = isSlowRun() ? 8 : 2;  // seconds
 
-// What it may take besides the time for its lines.
-double const kOverhead = kLongestCall - 1;  // seconds
+// The part of it besides matching lines.
+double const kOverhead = kMaxCall - 1;  // seconds
 
-// Where that time is injected.
+// The injected time budget of a call.
 constexpr double kLittleTime = 0.02;  // seconds
 
 constexpr std::size_t kCallSize = std::size_t{128} * 1024;  // bytes
@@ -52,17 +52,17 @@ std::string repeated(std::string const& text, std::size_t times) {
   return result;
 }
 
-// As many copies as there is room for.
+// As many copies as fit into `size`.
 std::string many(std::string const& text, std::size_t size = 65000) {
   return repeated(text, size / text.size());
 }
 
-// As many copies of a line as make up a call.
+// As many copies of a line as fit into a call.
 std::string callOf(std::string const& line) {
   return repeated(line + '\n', kCallSize / (line.size() + 1));
 }
 
-// A text that is too long to be printed whole.
+// The start of a long text, for messages.
 std::string excerpt(std::string const& text) {
   constexpr std::size_t shown = 50;  // bytes
   if (text.size() <= shown) return text;
@@ -70,17 +70,17 @@ std::string excerpt(std::string const& text) {
          " bytes";
 }
 
-// Ends the program when it uses that much processor time; 0 calls that off.
+// Ends the program when it uses more processor time; 0 cancels the limit.
 void limitProcessorTime(double seconds) {
   itimerval timer{};
   timer.it_value.tv_sec = static_cast<time_t>(seconds);
   ASSERT_EQ(0, setitimer(ITIMER_PROF, &timer, nullptr));
 }
 
-// Processor time of one call. One that never ends, ends the program.
+// The processor time of a call. If the call never ends, ends the program.
 class Stopwatch {
  public:
-  Stopwatch() { limitProcessorTime(3 * kLongestCall); }
+  Stopwatch() { limitProcessorTime(3 * kMaxCall); }
 
   double stop() {
     double const taken =
@@ -111,20 +111,20 @@ class HostilePattern : public PluginTest {
   }
 
  protected:
-  // Through the plug-in, in the time that is allowed for it.
+  // Through the plug-in, within its time.
   ActionResult execute(std::string const& line, std::string const& input,
                        unsigned actionId = kActionId) {
     session.clear();
     Stopwatch watch;
     ActionResult const result = use(kExecute, actionId, line, input);
     double const taken = watch.stop();
-    EXPECT_LT(taken, kLongestCall) << excerpt(line);
+    EXPECT_LT(taken, kMaxCall) << excerpt(line);
     longest.note(taken, line);
     return result;
   }
 
-  // What is left of the call's time is `kLittleTime`; compiling and all that
-  // does not look at the clock takes no longer than it may.
+  // With a budget of `kLittleTime`: compiling, and matching that does not check
+  // the clock, stay within their time.
   enum class End { kAnswered, kFailed, kRefused };
   End filter(std::string const& pattern, std::string const& text);
 
@@ -139,7 +139,7 @@ class HostilePattern : public PluginTest {
   End filterWithin(double seconds, std::string const& pattern,
                    std::string const& text);
 
-  // Of the test suites that this program has run so far.
+  // Of all test suites so far.
   inline static LongestCall longest;
   inline static LongestCall overhead;
 };
@@ -173,9 +173,9 @@ HostilePattern::End HostilePattern::filterWithin(double seconds,
   }
 }
 
-// ---- Groups and characters that match in several ways, one behind the other
+// ---- Sequences of groups and characters that match in several ways
 
-// What is repeated; # stands for the number of the copy.
+// The repeated part; # is the number of the copy.
 struct Form {
   char const* text;
   bool isRegular;
@@ -276,7 +276,7 @@ std::string copiesOf(std::string const& form, std::size_t count) {
   return result + "[bc]";
 }
 
-// Whether PCRE2's interpreter has to try a lot of ways through the pattern.
+// Whether PCRE2's interpreter has to try many paths through the pattern.
 bool isHard(std::string const& pattern, std::string const& line) {
   constexpr std::uint32_t fewSteps = 1000;
   return !Pcre2Oracle(pattern, false, fewSteps).matches(line);
@@ -285,7 +285,7 @@ bool isHard(std::string const& pattern, std::string const& line) {
 class HostileForm : public HostilePattern,
                     public testing::WithParamInterface<Form> {};
 
-TEST_P(HostileForm, IsAnsweredWhereItIsRegular) {
+TEST_P(HostileForm, IsAnsweredIfItIsRegular) {
   for (std::size_t const copies : {36U, 60U}) {
     std::string const pattern = copiesOf(GetParam().text, copies);
     ASSERT_TRUE(Pcre2Oracle(pattern, false).isValid());
@@ -303,12 +303,12 @@ TEST_P(HostileForm, IsAnsweredWhereItIsRegular) {
 
 INSTANTIATE_TEST_SUITE_P(Forms, HostileForm, testing::ValuesIn(kForms));
 
-// ---- Regular patterns that no matcher with backtracking gets to the end of
+// ---- Regular patterns with catastrophic backtracking
 
 class Catastrophe : public HostilePattern,
                     public testing::WithParamInterface<char const*> {};
 
-// The y lets PCRE2 look for a match of a pattern that needs one.
+// The y makes PCRE2 try a pattern that requires one.
 TEST_P(Catastrophe, IsAnswered) {
   for (std::size_t const length : {40U, 1000U, 32768U, 1U << 20U}) {
     std::string const line = "aay" + std::string(length - 4, 'a') + '!';
@@ -328,9 +328,9 @@ INSTANTIATE_TEST_SUITE_P(Patterns, Catastrophe,
 
 // ---- Calls of 128 KiB
 
-// Lines of two letters in no order, none like another. They take RE2 a third of
-// the time that a call has for its lines; a build in which it takes four times
-// as long gets a quarter of them.
+// Different random lines of two letters. RE2 takes a third of the call's budget
+// for them; a build in which it takes four times as long gets a quarter of
+// them.
 std::string mixedLines(std::size_t length) {
   std::size_t const size = isSlowRun() ? kCallSize / 4 : kCallSize;
   std::mt19937 random(7);
@@ -344,11 +344,11 @@ std::string mixedLines(std::size_t length) {
   return text;
 }
 
-// The text is made when it is needed: all rows are, for each test that is run.
+// The text is generated on demand, since every test run creates all rows.
 struct WorstCall {
   std::string pattern;
-  std::string line;       // repeated; none: mixed lines
-  std::size_t mixed = 0;  // bytes of each
+  std::string line;       // repeated; empty: mixed lines
+  std::size_t mixed = 0;  // bytes of each mixed line
 
   std::string text() const {
     return mixed == 0 ? callOf(line) : mixedLines(mixed);
@@ -395,7 +395,7 @@ std::vector<WorstCall> regularCalls() {
 INSTANTIATE_TEST_SUITE_P(Patterns, RegularCall,
                          testing::ValuesIn(regularCalls()));
 
-// Under the clock.
+// With a time limit.
 class TimedCall : public HostilePattern,
                   public testing::WithParamInterface<WorstCall> {};
 
@@ -406,8 +406,8 @@ TEST_P(TimedCall, IsAnsweredOrFailsInTime) {
 
 std::string const kTooLargeForCallouts = "(?=((abcdefgh){99}){9})|";
 
-// A class of characters beyond ASCII, of which none is followed by the next: a
-// character of the line is compared with each.
+// A class of non-ASCII characters that are not consecutive: a character of the
+// line is compared with each.
 std::string largeClass(std::size_t size) {
   std::string result = "(*UTF)[^";
   for (unsigned c = 0x1000; size-- != 0; c += 2) {
@@ -459,7 +459,7 @@ std::vector<WorstCall> timedCalls() {
   for (char const* items : {"a?", "a*", ".*", "\\X*"}) {
     calls.push_back({repeated(items, 16000) + "[yz]", std::string(24, 'a')});
   }
-  // Large programs of RE2, with more states than it has memory for.
+  // Large programs of RE2, whose states exceed its memory.
   for (char const* pattern :
        {"(?:[ab]{1,20}[ac]?){1,20}[xy]",
         "[ab]*a(?:[ab]{30}|[ab]{37}|[ab]{41}|[ab]{43}|[ab]{47}|[ab]{53}){2}"
@@ -476,7 +476,7 @@ std::vector<WorstCall> timedCalls() {
     calls.push_back(
         {"[^" + repeated("\\pL", size) + "]*[yz]", std::string(131070, '1')});
   }
-  // Groups make each step take longer.
+  // Groups make each step slower.
   for (std::string const& pattern :
        {repeated("()", 5000) + "(?:(?1)|){30}[xy]",
         "(*UTF8)(?:x" + repeated("()", 7900) + ")?(?:|){40}()[yz]",
@@ -489,7 +489,7 @@ std::vector<WorstCall> timedCalls() {
 
 INSTANTIATE_TEST_SUITE_P(Patterns, TimedCall, testing::ValuesIn(timedCalls()));
 
-// Groups that are entered on the way take their time as well.
+// Entering groups takes time, too.
 TEST_F(HostilePattern, OfNestedNamedGroupsIsAnswered) {
   std::string pattern;
   int names = 0;
@@ -522,32 +522,32 @@ long peakMemory() {
   return usage.ru_maxrss;  // KiB
 }
 
-// For one pattern. The address sanitizer keeps what is freed.
-constexpr long kMostMemory = (kAddressSanitizer ? 256 : 32) * 1024;  // KiB
+// For one pattern. AddressSanitizer retains freed memory.
+constexpr long kMaxMemory = (kAddressSanitizer ? 256 : 32) * 1024;  // KiB
 
-// RE2 would write them out.
+// RE2 would expand them.
 TEST_F(HostilePattern, OfManyCountsTakesLittleMemory) {
   long const before = peakMemory();
   EXPECT_NE(End::kRefused, filter(many("a{1,999}", 40000) + "[bc]", "ab\n"));
-  EXPECT_LE(peakMemory(), before + kMostMemory);
+  EXPECT_LE(peakMemory(), before + kMaxMemory);
 }
 
-TEST_F(HostilePattern, OfMoreThan64KiBIsRefusedAtOnce) {
+TEST_F(HostilePattern, OfMoreThan64KiBIsRejectedAtOnce) {
   std::string const fitting = "a(?#" + std::string(64 * 1024 - 5, 'b') + ')';
   EXPECT_EQ(0, execute(quoted(fitting), "a\n").status);
   EXPECT_EQ(-1, execute(quoted('a' + fitting), "a\n").status);
   std::string const pattern = repeated("(a)", 3500000);
   long const before = peakMemory();
   EXPECT_EQ(End::kRefused, filter(pattern, "a\n"));
-  EXPECT_LE(peakMemory(), before + kMostMemory);
+  EXPECT_LE(peakMemory(), before + kMaxMemory);
 }
 
-// ---- A call whose time is up, with all the time that it has by default
+// ---- A call that times out, with the default time limit
 
 constexpr char kTimedCatastrophe[] = "(?=(a+)+$)a|[12]";
 std::string const kBadLine = std::string(60, 'a') + "!\n";
 
-TEST_F(HostilePattern, ClearsTheStateOfAllActionsWhenItsTimeIsUp) {
+TEST_F(HostilePattern, ClearsTheStateOfAllActionsOnTimeout) {
   for (unsigned const actionId : {kActionId, kOtherActionId}) {
     EXPECT_EQ(0, execute("filter -b 1 M", "x\n", actionId).status);
   }
@@ -562,20 +562,19 @@ TEST_F(HostilePattern, ClearsTheStateOfAllActionsWhenItsTimeIsUp) {
   }
 }
 
-TEST_F(HostilePattern, PushesTheLinesBeforeTheOneWithoutAnAnswer) {
+TEST_F(HostilePattern, PushesTheLinesBeforeTheFailure) {
   EXPECT_EQ(End::kFailed,
             filter(kTimedCatastrophe, "1a\nb\n2a\n" + kBadLine + "1b\n"));
   EXPECT_EQ("1a\n2a\n", kept.text);
 }
 
-// The time is that of the call, not of a line.
 TEST_F(HostilePattern, HasOneBudgetForAllLines) {
   std::string const slow = std::string(16, 'a') + "!\n";
   EXPECT_EQ(End::kAnswered, filter("(?=(a+)+$)a", slow));
   EXPECT_EQ(End::kFailed, filter("(?=(a+)+$)a", callOf(slow)));
 }
 
-TEST_F(HostilePattern, LeavesTheStateOfOthersWhereItDecides) {
+TEST_F(HostilePattern, KeepsTheStateOfOthersOnSuccess) {
   EXPECT_EQ(0, execute("filter -b 1 M", "x\n", kOtherActionId).status);
   EXPECT_EQ(0, execute(quoted(kTimedCatastrophe), "1a\nb\n2a\n").status);
   EXPECT_EQ((Texts{"1a\n", "2a\n"}), textsOf(session.outputs));
@@ -585,7 +584,7 @@ TEST_F(HostilePattern, LeavesTheStateOfOthersWhereItDecides) {
 
 // ---- Patterns that are hard to compile
 
-// A pattern that is too long to be printed whole.
+// A pattern too long to be printed whole.
 struct LongPattern {
   LongPattern(std::string const& pattern) : text(pattern) {}
   LongPattern(char const* pattern) : text(pattern) {}
@@ -601,7 +600,7 @@ std::string callOfGroup(std::size_t number) {
   return "(?" + std::to_string(number) + ')';
 }
 
-// Groups of which each calls the next one twice.
+// Groups that each call the next one twice.
 std::string callingGroups(std::size_t count) {
   std::string result;
   for (std::size_t i = 2; i <= count + 1; ++i) {
@@ -613,14 +612,14 @@ std::string callingGroups(std::size_t count) {
 class HardToCompile : public HostilePattern,
                       public testing::WithParamInterface<LongPattern> {};
 
-TEST_P(HardToCompile, IsRefusedOnlyByTheLibrary) {
+TEST_P(HardToCompile, IsRejectedOnlyByPcre2) {
   bool const isValid = GetParam().text.size() <= 64 * 1024 &&
                        Pcre2Oracle(GetParam().text, false).isValid();
   EXPECT_EQ(isValid, filter(GetParam().text, "ab\n") != End::kRefused);
 }
 
-// Some of a text, and many: a pattern that is too large for callouts is not
-// read.
+// Some copies of a text, and many, since a pattern too large for callouts is
+// not analysed.
 std::vector<LongPattern> manyOrSome(std::vector<char const*> const& texts) {
   std::vector<LongPattern> patterns;
   for (char const* text : texts) {
@@ -662,8 +661,8 @@ INSTANTIATE_TEST_SUITE_P(
         "(*UTF8)(?i)[\\x{100}-\\x{10ffff}]{500}", "(*UTF8)\\X{1000}",
         repeated("(b|)", 3600) + 'b', "a*" + repeated("(|b)", 3600) + 'x'));
 
-// Caseless classes take far longer than others, for each character is looked
-// up: so long that it is not asked whether the library takes them.
+// Caseless classes look up each character, and take so long that the oracle is
+// not consulted.
 TEST_F(HostilePattern, OfManyCaselessRangesEndsInTime) {
   std::string const ranges = '[' + many("\\x{100}-\\x{10ffff}") + ']';
   for (char const* begin : {"(*UTF)", "(*UTF)(?i)"}) {
@@ -672,7 +671,7 @@ TEST_F(HostilePattern, OfManyCaselessRangesEndsInTime) {
   }
 }
 
-// Each name is compared with those before it, and each call with all groups.
+// Each name is compared with all earlier ones, and each call with all groups.
 std::string names(std::size_t count) {
   std::string result;
   for (std::size_t i = 0; i < count; ++i) {
@@ -701,7 +700,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "(?1)*((?2){99,})((?3){99,})(a?)",
                     "((?2){3}{33})((?3){3}{33})((?4){3}{33})(a?)"));
 
-// Words that a filter for a list of devices may hold.
+// Words such as in a filter for a list of devices.
 TEST_F(HostilePattern, OfManyWordsEndsInTime) {
   std::string words;
   std::mt19937 random(1);
@@ -716,19 +715,19 @@ TEST_F(HostilePattern, OfManyWordsEndsInTime) {
   EXPECT_EQ("", kept.text);
 }
 
-// ---- Calls of groups: to follow them may double the work with each group, but
-// does not where they lead to few groups
+// ---- Subroutine calls, which may double the work with each group, unless they
+// reach few groups
 
-class CallsOfGroups : public HostilePattern,
-                      public testing::WithParamInterface<LongPattern> {};
+class SubroutineCalls : public HostilePattern,
+                        public testing::WithParamInterface<LongPattern> {};
 
-TEST_P(CallsOfGroups, AreFollowed) {
+TEST_P(SubroutineCalls, AreAnswered) {
   EXPECT_EQ(0, execute(quoted(GetParam().text), "[1,[2,3]]\n").status);
   EXPECT_EQ(Texts{"[1,[2,3]]\n"}, textsOf(session.outputs));
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Patterns, CallsOfGroups,
+    Patterns, SubroutineCalls,
     testing::Values(
         "(\\d)" + repeated("(?1)?", 1000),
         "(?:\\d(?R)?)" + repeated("(?R)?", 500), callingGroups(14) + "\\[",
@@ -739,14 +738,14 @@ INSTANTIATE_TEST_SUITE_P(
         "(?:(?&pair)(?:,(?&pair))*)?\\})(?<val>(?&ws)(?:(?&num)|(?&str)|(?&arr)"
         "|(?&obj)|true|false|null)(?&ws)))^(?&val)$"));
 
-// A bounded text in quotes.
-TEST_F(HostilePattern, IsUsedWhereReferencesAreManyTimesRepeated) {
+// Bounded text in quotes.
+TEST_F(HostilePattern, IsAcceptedWithManyRepeatedReferences) {
   EXPECT_EQ(
       0, execute(quoted("(['`])(?:(?!\\1).){0,2000}\\1"), "x'abc'\n").status);
   EXPECT_EQ(Texts{"x'abc'\n"}, textsOf(session.outputs));
 }
 
-// Groups with calls of each other, copied and not.
+// Groups that call each other, copied or not.
 class RandomCalls {
  public:
   std::string next() {
@@ -761,8 +760,8 @@ class RandomCalls {
   }
 
  private:
-  // Mostly with calls of later groups: those of earlier ones may never end, and
-  // are refused then.
+  // Mostly calls of later groups: calls of earlier ones may recurse endlessly,
+  // and are then rejected.
   std::string body(std::size_t group) {
     std::string result = below(2) == 0 ? "a?" : "";
     for (std::size_t calls = below(4); calls > 0; --calls) {
@@ -798,7 +797,7 @@ class RandomCalls {
   std::size_t groups_ = 0;
 };
 
-TEST_F(HostilePattern, WithRandomCallsIsRefusedOnlyByTheLibrary) {
+TEST_F(HostilePattern, WithRandomCallsIsRejectedOnlyByPcre2) {
   RandomCalls patterns;
   int const count = isSlowRun() ? 50 : 500;
   for (int i = 0; i < count; ++i) {

@@ -5,7 +5,7 @@
 namespace qor_test {
 namespace {
 
-constexpr int kDeepest = 3;  // groups within groups
+constexpr int kMaxDepth = 3;  // of nested groups
 constexpr char kLineBytes[] = "aaabbbcABC01 _-.\t\v\r\xC3\xA4\xFF";
 
 constexpr char const* kStarts[] = {"(*UTF8)",
@@ -96,7 +96,7 @@ std::string RandomPattern::sequence(int depth) {
 
 std::string RandomPattern::item(int depth) {
   std::size_t const kind = below(6);
-  if (kind < 2 && depth < kDeepest) return group(depth + 1);
+  if (kind < 2 && depth < kMaxDepth) return group(depth + 1);
   if (kind == 2) return kAtoms[below(std::size(kAtoms))];
   return kOrdinary[below(std::size(kOrdinary))];
 }
@@ -114,7 +114,7 @@ std::string RandomPattern::commonAlternatives(int depth) {
 std::string RandomPattern::commonSequence(int depth) {
   std::string result;
   for (std::size_t items = below(4); items != 0; --items) {
-    if (depth < kDeepest && below(3) == 0) {
+    if (depth < kMaxDepth && below(3) == 0) {
       result += kCommonOpenings[below(std::size(kCommonOpenings))] +
                 commonAlternatives(depth + 1) + ')';
     } else {
@@ -126,7 +126,7 @@ std::string RandomPattern::commonSequence(int depth) {
   return result;
 }
 
-// The pattern with one byte put in, or taken out.
+// The pattern with a byte inserted or removed.
 std::string RandomPattern::spoiled(std::string pattern) {
   constexpr char marks[] = "()[]{}*+?\\|^$<>:=!#-,0123456789QEPRCKxg";
   std::size_t const at = below(pattern.size() + 1);

@@ -7,8 +7,8 @@
 
 namespace qor_test {
 
-// Makes regular expressions from a grammar of what Perl-compatible ones may
-// hold, some of them malformed, and lines that have a chance of matching.
+// Generates Perl-compatible regular expressions from a grammar, some of them
+// malformed, and lines that have a chance of matching.
 class RandomPattern {
  public:
   // `random` is not owned.
@@ -17,11 +17,12 @@ class RandomPattern {
   // A pattern without NUL bytes and line feeds.
   std::string pattern();
 
-  // One of what is common: characters, escapes, classes, groups, alternatives,
-  // greedy and lazy quantifiers, anchors, lookarounds. Few are malformed.
+  // A pattern of common items: characters, escapes, classes, groups,
+  // alternatives, greedy and lazy quantifiers, anchors, lookarounds. Few are
+  // malformed.
   std::string commonPattern();
 
-  // A line of up to 24 bytes, likewise.
+  // A line of up to 24 bytes, without NUL bytes and line feeds.
   std::string line();
 
   // A number below `count`, which is at least 1.

@@ -15,8 +15,8 @@
 #include "Seed.h"
 #include "SmallStack.h"
 
-// A filter that skips the lines that cannot match keeps what one keeps that
-// matches every line.
+// A filter that skips lines that cannot match agrees with one that matches
+// every line.
 
 namespace qor_test {
 namespace {
@@ -28,12 +28,12 @@ using QorCliPipe::ContextRules;
 using Texts = std::vector<std::string>;
 
 int const kPatterns = isSlowRun() ? 4000 : 40000;
-constexpr std::size_t kMostLines = 40;
-constexpr std::size_t kMostContext = 3;  // lines
+constexpr std::size_t kMaxLines = 40;
+constexpr std::size_t kMaxContext = 3;  // lines
 
 std::size_t const kExhaustiveLength = isSlowRun() ? 3 : 4;
 constexpr char kExhaustiveBytes[] = "ab|()?*.\\[]^";
-constexpr std::size_t kLongestWord = 3;
+constexpr std::size_t kMaxWord = 3;
 constexpr char kWordBytes[] = "abB";
 
 struct Options {
@@ -48,13 +48,13 @@ std::ostream& operator<<(std::ostream& out, Options const& options) {
              << " -a " << options.after << " -b " << options.before;
 }
 
-// What takes longer without skipping is not compared.
+// Texts that take longer without skipping are not compared.
 constexpr double kLittleTime = 0.1;  // seconds
 
-// Far more than skipping can add to that.
+// Far more than skipping can add.
 constexpr double kMuchTime = 60;  // seconds
 
-// Nothing when the pattern is refused, or there is no answer for a line.
+// Nothing if the pattern is rejected or a line fails.
 std::optional<Texts> kept(std::string const& pattern, std::string const& text,
                           Options const& options,
                           LineFilter::Settings const& settings) {
@@ -70,7 +70,7 @@ std::optional<Texts> kept(std::string const& pattern, std::string const& text,
   }
 }
 
-// Whether lines may be skipped under the pattern, which is valid.
+// Whether the pattern, which is valid, allows skipping lines.
 bool hasRequiredText(std::string const& pattern, bool ignoreCase) {
   TimedExpression const expression(pattern, ignoreCase);
   return !QorCliMatching::readPattern(expression.items(pattern), ignoreCase)
@@ -105,12 +105,12 @@ class SkippingAgreement : public testing::Test {
   }
 
   int skipping_ = 0;    // comparisons in which lines could be skipped
-  int uncompared_ = 0;  // patterns refused, and texts that take long
+  int uncompared_ = 0;  // rejected patterns, and slow texts
 };
 
 TEST_F(SkippingAgreement, OnAllShortPatternsAndWords) {
   std::string text;
-  for (std::string const& word : allTexts(kWordBytes, kLongestWord)) {
+  for (std::string const& word : allTexts(kWordBytes, kMaxWord)) {
     text += word + '\n';
   }
   int patterns = 0;
@@ -126,7 +126,7 @@ TEST_F(SkippingAgreement, OnAllShortPatternsAndWords) {
 
 class RandomSkippingAgreement : public SkippingAgreement {
  protected:
-  // Random patterns seldom hold much plain text.
+  // Random patterns rarely contain long literals.
   std::string pattern() {
     std::string result = source_.pattern();
     for (std::size_t words = source_.below(3); words != 0; --words) {
@@ -142,13 +142,13 @@ class RandomSkippingAgreement : public SkippingAgreement {
 
   std::string text() {
     std::string result;
-    for (std::size_t lines = source_.below(kMostLines); lines != 0; --lines) {
+    for (std::size_t lines = source_.below(kMaxLines); lines != 0; --lines) {
       result += source_.line() + '\n';
     }
     return result + source_.line();
   }
 
-  int context() { return static_cast<int>(source_.below(kMostContext + 1)); }
+  int context() { return static_cast<int>(source_.below(kMaxContext + 1)); }
 
   Options options() {
     return {source_.below(2) == 0, source_.below(2) == 0, context(), context()};

@@ -14,7 +14,7 @@
 namespace qor_test {
 namespace {
 
-// More than the largest frame, so that no frame steps over it.
+// Larger than any frame, so that none skips it.
 constexpr std::size_t kForbidden = std::size_t{1} << 20;  // bytes
 constexpr std::size_t kStackScale = kAddressSanitizer ? 8 : 1;
 
@@ -59,15 +59,15 @@ extern "C" void* runWork(void* argument) {
   return nullptr;
 }
 
-// What runs on a coroutine or in a signal handler: neither takes an argument.
+// The work of a coroutine or a signal handler, which take no argument.
 Work* current = nullptr;
 
 extern "C" void runCurrentWork() { runWork(current); }
 
 extern "C" void handleSignal(int) { runWork(current); }
 
-// What a signal puts on the stack, the processor's registers among it. The
-// processors that have many say so in the auxiliary vector.
+// The stack space of a signal frame, which holds the processor's registers.
+// Processors with many report it in the auxiliary vector.
 std::size_t signalFrameSize() {
 #if defined(AT_MINSIGSTKSZ)
   std::size_t const size = getauxval(AT_MINSIGSTKSZ);

@@ -43,8 +43,8 @@ std::ostream& operator<<(std::ostream& out, StackKind const& stack) {
 
 constexpr StackKind kLargeStack = {"a thread's 8 MiB", runOnStackOf, 8 * kMiB};
 
-// The smallest that the system gives a thread. On a stack that is no thread's,
-// the address sanitizer takes what exceptions leave behind for errors.
+// The minimum of a thread. On other stacks, AddressSanitizer reports false
+// errors after exceptions.
 constexpr StackKind kSmallStacks[] = {
     {"a thread's 64 KiB", runOnStackOf, 64 * kKiB},
     {"a thread's 16 KiB", runOnStackOf, 16 * kKiB},
@@ -63,12 +63,12 @@ std::string repeated(std::string const& text, std::size_t times) {
 
 std::string number(std::size_t n) { return std::to_string(n); }
 
-// With as much memory as the filter may take for a line.
+// With the memory limit of the filter.
 Pcre2Oracle oracleOf(std::string const& pattern, bool ignoreCase) {
   return {pattern, ignoreCase, 10'000'000, 128 * 1024};
 }
 
-// As it is typed.
+// The command line.
 std::string filterFor(std::string const& pattern, bool ignoreCase = false) {
   std::string line = ignoreCase ? "filter -i \"" : "filter \"";
   for (char const c : pattern) {
@@ -78,7 +78,7 @@ std::string filterFor(std::string const& pattern, bool ignoreCase = false) {
   return line + '"';
 }
 
-// What came of an action, as the engine sees it.
+// The outcome of an action for the engine.
 struct Answer {
   std::int32_t status;
   unsigned matches;
@@ -104,8 +104,7 @@ Answer const kRefusal{-1, 1, {}, {}};
 
 class SmallStack : public PluginTest {
  protected:
-  // What a call has compiled on a large stack shall not save another on a small
-  // one from doing so.
+  // A call on a small stack must not reuse a pattern compiled on a large one.
   void compileAnotherPattern() { use(kExecute, kActionId, "filter z", "w\n"); }
 
   Answer ask(StackKind const& stack, unsigned action, std::string const& line,
@@ -115,7 +114,7 @@ class SmallStack : public PluginTest {
     return answer;
   }
 
-  // On the stack of the caller.
+  // On the caller's stack.
   Answer askHere(unsigned action, std::string const& line,
                  std::string const& input) {
     session.clear();
@@ -128,8 +127,8 @@ class SmallStack : public PluginTest {
     return answer;
   }
 
-  // What a call says of `line` is what PCRE2's interpreter says, on each stack;
-  // where that has no answer, it is the same on each stack.
+  // On each stack, a call agrees with PCRE2's interpreter on `line` or, if that
+  // fails, with the call on every other stack.
   void expectSameOnAllStacks(std::string const& pattern,
                              std::string const& line) {
     Pcre2Oracle const oracle = oracleOf(pattern, false);
@@ -161,7 +160,7 @@ class SmallStack : public PluginTest {
 
 // ---- Everyday patterns
 
-// What the interpreter selects from the everyday lines.
+// The everyday lines that the interpreter selects.
 struct Expectation {
   std::string pattern;
   bool ignoreCase;
@@ -190,14 +189,14 @@ std::vector<Expectation> const& expectations() {
 class EverydayPattern : public SmallStack,
                         public testing::WithParamInterface<StackKind> {};
 
-// Lines that follow each other come in one text.
+// Adjacent lines are one text.
 std::string joined(Texts const& texts) {
   std::string result;
   for (std::string const& text : texts) result += text;
   return result;
 }
 
-TEST_P(EverydayPattern, SelectsWhatTheInterpreterSelects) {
+TEST_P(EverydayPattern, AgreesWithTheInterpreter) {
   std::string const log = joined(everydayLines());
   std::vector<Answer> answers;
   for (Expectation const& expected : expectations()) {
@@ -217,8 +216,8 @@ INSTANTIATE_TEST_SUITE_P(LargeStack, EverydayPattern,
 INSTANTIATE_TEST_SUITE_P(SmallStacks, EverydayPattern,
                          testing::ValuesIn(kSmallStacks));
 
-// Or the comparison says little.
-TEST(EverydayPatterns, AreManyAndFindSomethingButNotAll) {
+// Otherwise the comparison would prove little.
+TEST(EverydayPatterns, AreManyAndMatchSomeLines) {
   Texts const patterns = everydayPatterns();
   EXPECT_LE(300U,
             std::set<std::string>(patterns.begin(), patterns.end()).size());
@@ -246,8 +245,8 @@ std::ostream& operator<<(std::ostream& out, CommandLine const& line) {
 }
 
 std::string invalidValue(std::string const& value) {
-  constexpr std::size_t longest = 1999;  // bytes of an error text
-  return ("ERROR: Invalid value '" + value).substr(0, longest);
+  constexpr std::size_t maxText = 1999;  // bytes
+  return ("ERROR: Invalid value '" + value).substr(0, maxText);
 }
 
 class SmallStackCommandLine : public SmallStack,
@@ -270,7 +269,7 @@ TEST_P(SmallStackCommandLine, IsCompletedAsOnALargeStack) {
   }
 }
 
-// Such a pattern is more than the regular expression compiler takes.
+// Patterns too large for PCRE2.
 INSTANTIATE_TEST_SUITE_P(
     LongLines, SmallStackCommandLine,
     testing::Values(
@@ -339,7 +338,7 @@ std::string alternating(std::string const& end) {
   return repeated("ab", kLongLine / 2) + end;
 }
 
-// For matchers that take memory for each of its bytes.
+// For matchers that need memory for each byte.
 std::string const someHundredKiB = repeated("ab", 100 * kKiB) + 'c';
 
 INSTANTIATE_TEST_SUITE_P(
@@ -370,7 +369,7 @@ TEST_F(SmallStack, IsEnoughForRecursivePatterns) {
 
 // ---- Nested patterns
 
-// A group that is put around a pattern again and again.
+// A group that is wrapped around a pattern repeatedly.
 struct Nest {
   char const* open;
   char const* close;
@@ -383,7 +382,7 @@ std::ostream& operator<<(std::ostream& out, Nest const& nest) {
 class SmallStackNest : public SmallStack,
                        public testing::WithParamInterface<Nest> {};
 
-// PCRE2 takes 250 levels at most.
+// PCRE2 accepts at most 250 levels.
 TEST_P(SmallStackNest, IsAnsweredAlike) {
   for (std::size_t const depth : {1U, 60U, 249U, 250U, 251U}) {
     expectSameOnAllStacks(repeated(GetParam().open, depth) + 'a' +
@@ -416,30 +415,30 @@ constexpr Nest kNests[] = {{"(", ")"},       {"(?:", ")*"},  {"(?>", "|b)"},
 
 std::string randomlyNested(RandomPattern& source) {
   std::string pattern = source.pattern();
-  std::size_t const wanted = source.below(100);
-  for (std::size_t depth = 0; depth < wanted; ++depth) {
+  std::size_t const maxDepth = source.below(100);
+  for (std::size_t depth = 0; depth < maxDepth; ++depth) {
     Nest const& nest = kNests[source.below(std::size(kNests))];
     pattern = nest.open + pattern + nest.close;
   }
   return pattern;
 }
 
-// Of the second that a call has.
+// Of a call's second.
 constexpr std::clock_t kLittleTime = CLOCKS_PER_SEC / 5;
 
 TEST_F(SmallStack, IsEnoughForRandomPatterns) {
   std::mt19937 random(testSeed());
   RandomPattern source(random);
-  int const wanted = isSlowRun() ? 5 : 20;  // that are valid
+  int const patterns = isSlowRun() ? 5 : 20;  // valid ones
   int used = 0;
-  for (int tried = 0; used < wanted; ++tried) {
-    ASSERT_LT(tried, 100 * wanted);
+  for (int tried = 0; used < patterns; ++tried) {
+    ASSERT_LT(tried, 100 * patterns);
     std::string const line = "filter \"" + randomlyNested(source) + '"';
     std::string const input = source.line() + '\n';
     compileAnotherPattern();
     std::clock_t const begin = std::clock();
     Answer const expected = ask(kLargeStack, kExecute, line, input);
-    // What is near the limit of time may be answered here and not there.
+    // Lines near the time limit may fail on some stacks only.
     if (std::clock() - begin > kLittleTime) continue;
     for (StackKind const& stack : kSmallStacks) {
       compileAnotherPattern();
@@ -449,9 +448,9 @@ TEST_F(SmallStack, IsEnoughForRandomPatterns) {
   }
 }
 
-// ---- Patterns that are nested by copies and by calls
+// ---- Patterns nested by copies and subroutine calls
 
-// Groups of which each calls the next one from within `depth` groups.
+// Groups that each call the next one from within `depth` groups.
 std::string callingChain(std::size_t groups, std::size_t depth) {
   std::string result = "(?1)";
   for (std::size_t i = 2; i <= groups; ++i) {
@@ -461,7 +460,7 @@ std::string callingChain(std::size_t groups, std::size_t depth) {
   return result + "(a)";
 }
 
-// Groups of which each refers to the text of the one before.
+// Groups with a back reference to the previous one.
 std::string referringChain(std::size_t groups) {
   std::string result = "(a?)";
   for (std::size_t i = 1; i < groups; ++i) {
@@ -489,7 +488,7 @@ TEST_P(SmallStackGrowing, IsAnsweredAlike) {
   }
 }
 
-// Groups of which each calls the next one twice: the calls double with each.
+// Groups that each call the next one twice: each doubles the calls.
 TEST_F(SmallStack, IsEnoughForDoublingsOfCalls) {
   for (std::size_t const groups : {2U, 5U, 10U, 14U}) {
     std::string pattern;

@@ -1,5 +1,5 @@
-// Makes one call of the plug-in, between two system calls of its own by which a
-// tracer finds it: getppid, and nothing else in this program calls that.
+// Makes one call of the plug-in between two markers for a tracer: calls of
+// getppid, which nothing else in this program makes.
 //
 //   SystemCallProbe main|thread execute|complete|help|end [LINE [INPUT]]
 //
@@ -67,8 +67,7 @@ int run(int count, char** arguments) {
   if (count < 3) throw std::runtime_error("too few arguments");
   Call call{arguments[2], count > 3 ? arguments[3] : "",
             count > 4 ? arguments[4] : ""};
-  // The allocator reads files for the memory of other threads than the first,
-  // so they shall share it.
+  // One allocator arena: creating another one reads files.
   mallopt(M_ARENA_MAX, 1);
   Plugin plugin;
   if (plugin.init(QuietPortal::accessor(), nullptr) != 0) return 1;

@@ -16,20 +16,20 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// What a call of the plug-in may ask of the system: memory, the time, where it
-// runs, and the mask of signals, which a change of stacks keeps as it is.
+// The system calls that a call of the plug-in may make: for memory, the time,
+// its processor, and the signal mask, which switching stacks preserves.
 std::set<std::string> const kAllowed = {
     "brk", "mmap", "munmap", "mremap", "madvise", "mprotect", "gettid",
     "getpid", "futex", "getrlimit", "prlimit64", "clock_gettime",
     "rt_sigprocmask", "sched_getaffinity",
     // Newer C libraries give mapped memory a name.
     "prctl(PR_SET_VMA",
-    // Their forms for 32-bit words.
+    // The 32-bit variants.
     "mmap2", "ugetrlimit", "clock_gettime64", "sigprocmask"};
 
 constexpr char kMarker[] = "getppid";
 
-// Runs a command of the shell and returns what it prints.
+// Runs a shell command and returns its output.
 std::string printedBy(std::string const& command, int& status) {
   std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"),
                                              pclose);
@@ -41,7 +41,7 @@ std::string printedBy(std::string const& command, int& status) {
   return text;
 }
 
-// Not everyone has the tracer, and not every machine lets it trace.
+// The tracer may be missing or not permitted.
 bool canTrace() {
   int status = 0;
   printedBy("strace -f -o /dev/null true 2>&1", status);
@@ -69,13 +69,13 @@ SystemCall parsed(std::string const& line) {
   std::size_t const end = rest.find('(');
   if (end != std::string::npos && rest.rfind("---", 0) != 0) {
     call.name = rest.substr(0, end);
-    // What it does is its first argument.
+    // The first argument is the operation.
     if (call.name == "prctl") call.name = rest.substr(0, rest.find(','));
   }
   return call;
 }
 
-// The system calls between the markers, of the thread that set them.
+// The system calls between the markers on their thread.
 std::vector<std::string> betweenMarkers(std::string const& trace) {
   std::istringstream in(trace);
   std::vector<std::string> names;
@@ -126,8 +126,8 @@ class SystemCalls : public testing::TestWithParam<ProbeCase> {
   }
 
  private:
-  // The trace goes where the probe's own words go. What is logged is written by
-  // the framework, so it shall be nothing.
+  // The trace goes to the probe's output. The log is off, since the framework
+  // would write it.
   static std::string command(std::string const& thread) {
     ProbeCase const& probe = GetParam();
     return "QOR_LOG_LEVEL=0 strace -f -o /dev/stdout " +
@@ -176,9 +176,9 @@ INSTANTIATE_TEST_SUITE_P(
         ProbeCase{"help", "help", "fil", "", 0},
         ProbeCase{"the end of the input", "end", "", "", 0}));
 
-// ---- The reading of a trace
+// ---- Parsing a trace
 
-TEST(Trace, IsReadBetweenTheMarkersAndForOneThread) {
+TEST(Trace, IsParsedBetweenTheMarkersOfOneThread) {
   EXPECT_EQ((std::vector<std::string>{"brk", "open"}),
             betweenMarkers("1 write(1, \"x\", 1) = 1\n"
                            "2 getppid() = 5\n"

@@ -1,20 +1,26 @@
-// Pipe commands that carry something from one piece of the text to the next,
-// and print late, at the end, or nothing. Built several times, with
+// Pipe commands that keep state between chunks, and print late, at the end, or
+// nothing. Built several times, with
 //
-//   STATEFUL_NAME     the component's name and what its commands begin with
-//   STATEFUL_BY       what the state is kept by: the action id, or nothing
-//   STATEFUL_FORGETS  which states an end of input drops: all of them, or the
+//   STATEFUL_NAME     the component's name and the prefix of its commands
+//   STATEFUL_BY       the key of the state: the action id, or a constant
+//   STATEFUL_FORGETS  whether an end of input drops all states or only the
 //                     action's own
 //
 // The environment variable STATEFUL_REFUSES names a function that fails: init
 // or start.
 //
 //   NAME-number   numbers the lines
+//
 //   NAME-runs     prints each run of equal lines once, with its length, when it
-//                 is over
-//   NAME-late     prints each line when the next but one has come, or at the
-//   end NAME-last     prints the last three lines, at the end NAME-title prints
-//   a title, and all lines NAME-nothing  prints nothing
+//                 ends
+//
+//   NAME-late     prints each line two lines later, or at the end
+//
+//   NAME-last     prints the last three lines at the end
+//
+//   NAME-title    prints a title and all lines
+//
+//   NAME-nothing  prints nothing
 
 #include <cstddef>
 #include <cstdlib>
@@ -33,11 +39,11 @@ struct State {
   std::string command;
   bool begun = false;
   std::size_t count = 0;         // of lines, or of a run
-  std::deque<std::string> held;  // lines that are to be printed later
+  std::deque<std::string> held;  // lines to print later
 };
 
-// Data of an inline variable is shared by all libraries that define it, unless
-// it is hidden.
+// An inline variable is shared by all libraries that define it, unless it is
+// hidden.
 inline std::map<unsigned, State> states;
 
 using Print = std::function<void(std::string const&)>;
@@ -91,7 +97,7 @@ Print printer(QorCliApiContext_5* context, unsigned actionId) {
   };
 }
 
-// The command's name without its beginning; empty when it is none of these.
+// The command's name without its prefix; empty if it is unknown.
 std::string commandOf(std::string const& line) {
   std::string const begin = STATEFUL_NAME "-";
   if (line.rfind(begin, 0) != 0) return "";
