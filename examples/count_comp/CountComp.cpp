@@ -10,7 +10,7 @@ using namespace QorCliUtilities;
 
 namespace {
 
-// Prints how many lines there were, or how many of them match a pattern.
+// Prints the number of lines, or of those that match a pattern.
 class Count : public TextProcessor, private QorCliMatching::LineSink {
  public:
   static CommandSyntax syntax() {

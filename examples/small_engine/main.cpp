@@ -1,5 +1,5 @@
-// A CLI engine as small as can be: runs one pipe command over standard input,
-// or prints what completes it.
+// A minimal CLI engine: runs one pipe command over standard input, or prints
+// its completions.
 //
 //   small_engine PLUGIN COMMAND
 //   small_engine --complete PLUGIN COMMAND
@@ -18,7 +18,7 @@
 
 namespace {
 
-// ---- The portal, with which a plug-in makes its component known
+// ---- The portal, with which a plug-in registers its component
 
 QorMgmtSpiComponent_1* registered = nullptr;
 
@@ -52,8 +52,8 @@ void require(bool condition, std::string const& what) {
   if (!condition) throw std::runtime_error(what);
 }
 
-// Makes a call into a plug-in. What that throws may be of a type of its own,
-// whose code goes with the library, so it leaves here as one of the engine's.
+// Calls into a plug-in. The type of an exception may be defined in the plug-in,
+// and its code is unloaded with it, so rethrows it as one of the engine's.
 template <typename Call>
 auto guarded(Call call) {
   try {
@@ -95,7 +95,7 @@ class Plugin {
     leave(terminate_);
   }
 
-  // The functions of the component's pipe commands.
+  // The component's pipe command interface.
   QorCliApiPipeCommandComponent_1 const& pipeCommands() const {
     for (auto entry = registered->providedInterfaces; *entry != nullptr;
          ++entry) {
@@ -109,7 +109,7 @@ class Plugin {
   }
 
  private:
-  // Makes a step towards unloading. A failure does not stop the next one.
+  // A step of unloading. A failure does not prevent the next one.
   template <typename Call>
   static void leave(Call call) {
     try {
@@ -125,7 +125,7 @@ class Plugin {
   bool started_ = false;
 };
 
-// ---- The record of a call, and what the component answers through it
+// ---- The context record of a call
 
 QorReturnT printOutput(QorCliApiContext_5*, unsigned, unsigned, unsigned,
                        char const* text) {
@@ -171,10 +171,10 @@ void execute(QorCliApiPipeCommandComponent_1 const& commands,
   require(status == 0, "the command failed");
 }
 
-// Hands standard input over in chunks of whole lines, all with one action id.
+// Passes standard input on in chunks of whole lines, with one action id.
 void feed(QorCliApiPipeCommandComponent_1 const& commands, char const* command,
           unsigned actionId) {
-  constexpr std::size_t kChunk = 65536;  // bytes; a longer line makes more
+  constexpr std::size_t kChunk = 65536;  // bytes, unless a line is longer
   execute(commands, command, actionId, "");
   std::string chunk;
   for (std::string line; std::getline(std::cin, line);) {
@@ -187,7 +187,7 @@ void feed(QorCliApiPipeCommandComponent_1 const& commands, char const* command,
   if (!chunk.empty()) execute(commands, command, actionId, chunk);
 }
 
-// The end of the input is told also when the command has failed.
+// Completes the input even if the command has failed.
 void run(QorCliApiPipeCommandComponent_1 const& commands, char const* command) {
   constexpr unsigned kActionId = 1;
   std::string failure;

@@ -4,7 +4,7 @@ using namespace QorCliUtilities;
 
 namespace {
 
-// Leaves out a line that is the same as the one before it.
+// Omits lines equal to the previous one.
 class Unique : public LineProcessor {
  public:
   static CommandSyntax syntax() {
@@ -29,7 +29,7 @@ class Unique : public LineProcessor {
  private:
   bool count_;
   std::string last_;
-  std::size_t times_ = 0;  // that the last line stood in a row
+  std::size_t times_ = 0;  // repetitions of the last line
 };
 
 // Prints the first lines.
