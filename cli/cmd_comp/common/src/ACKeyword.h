@@ -86,7 +86,7 @@ class ACKeyword : public AutoCompleteNode {
 
   bool ignoreCase() const override;            // true
   std::string toString() const override;       // as keyword()
-  std::string toShortString() const override;  // likewise
+  std::string toShortString() const override;  // as keyword()
 
   // The help text in `mode`; in this class, the same in every mode.
   virtual std::string helpText(QorCliModeEnum_1T mode) const;

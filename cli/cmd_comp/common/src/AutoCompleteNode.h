@@ -14,8 +14,7 @@
 namespace QorCliUtilities {
 
 // How strictly a line is validated at a node, weakest first. If two command
-// paths share a node, the larger value wins. Other values than the named ones
-// may be used, too.
+// paths share a node, the larger value wins. Other values may be used as well.
 enum Validation_Type : std::int32_t {
   // In execution, a keyword node matches without consuming a word.
   VALIDATION_NONE = 0,
@@ -80,7 +79,7 @@ class AutoCompleteNode {
   virtual bool isMultiTokenNode() const;
   // Whether the token that a multi-token node just matched was its last one.
   virtual bool isLastMultiTokenElement(CliApiContext& ctx) const;
-  // Forgets what a multi-token node has matched so far.
+  // Clears what a multi-token node has matched so far.
   virtual void resetNode(CliApiContext& ctx);
   // Whether the words of the node may be typed in any letter case.
   virtual bool ignoreCase() const;

@@ -16,9 +16,12 @@ namespace QorCliUtilities {
 // node with the command. Paths with a common prefix share nodes. The tree owns
 // its nodes, but not the commands.
 //
+//   KeywordSettings show{"show", "Print something"};
+//   KeywordSettings log{"log", "The log"};
+//   log.potentialTerminalNode = true;  // a line may end here
 //   tree.addPathToTree(std::make_unique<ACKeyword>(show),
 //                      std::make_unique<ACKeyword>(log),
-//                      std::make_unique<AutoCompleteNode>(&showLog));
+//                      std::make_unique<AutoCompleteNode>(&showLogCommand));
 //
 // The tree is built first and only read afterwards, but nodes may keep state
 // while a line is matched: one call at a time on a tree.

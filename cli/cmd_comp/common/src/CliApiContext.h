@@ -96,7 +96,7 @@ class CliApiContext {
   virtual char const* getCursor() const = 0;
   // The engine's handle of the operator's rights.
   virtual std::uint64_t getAuthHandle() const = 0;
-  // In seconds.
+  // The session's timeout, in seconds.
   virtual unsigned getTimeout() const = 0;
   // Whether the session has exclusive use of the configuration.
   virtual bool getExclusiveUse() const = 0;

@@ -15,7 +15,7 @@ namespace QorCliUtilities {
 struct Option {
   std::string shortForm;
   std::string longForm;
-  std::string help;
+  std::string help;      // shown beside each form
   Parameter value = {};  // the value that must follow, if any
 };
 

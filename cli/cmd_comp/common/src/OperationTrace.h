@@ -10,8 +10,8 @@
 namespace QorCliUtilities {
 
 // Every public operation of the component, its command, the tree, the nodes,
-// the contexts and the sinks traces its entry and its exit. Exceptions are
-// constructors (but FilterCommand's, which builds the tree), destructors, and
+// the contexts and the sinks traces its entry and its exit, except constructors
+// (but FilterCommand's, which builds the tree, traces), destructors and
 //
 // - AutoCompleteNode::children, addChild and clearChildren, which the tree
 //   calls in every iteration;

@@ -17,11 +17,11 @@ namespace QorCliUtilities {
 
 // The syntax of a pipe command.
 struct CommandSyntax {
-  std::string keyword;
-  std::string help;
+  std::string keyword;  // one word, typed in any letter case
+  std::string help;     // shown beside the keyword
   std::vector<Option> options = {};
-  std::vector<Parameter> arguments = {};
-  std::set<unsigned> modes = {QOR_CLI_MODE_ANY};
+  std::vector<Parameter> arguments = {};          // in the order of typing
+  std::set<unsigned> modes = {QOR_CLI_MODE_ANY};  // QorCliModeEnum_1T values
 };
 
 // A pipe command, defined by its syntax and a function that begins a run. Keeps

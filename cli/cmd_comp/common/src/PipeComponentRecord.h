@@ -28,7 +28,7 @@ namespace QorCliUtilities {
 template <class Component>
 class PipeComponentRecord {
  public:
-  // `componentName` is not copied.
+  // `componentName` is not copied and must outlive the record.
   explicit PipeComponentRecord(char const* componentName)
       : component_{{componentName, "QorMgmtSpiComponent", "1"},
                    providedInterfaces_,
