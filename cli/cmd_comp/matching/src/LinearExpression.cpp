@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::int64_t kMaxMemory = std::int64_t{8} << 20;  // bytes
 
-// Cost of a byte per instruction of the program when RE2 falls back to its NFA.
+// Cost of a byte per instruction of the program, if RE2 has to track many
+// states.
 constexpr double kSecondsPerInstruction = 40e-9;
 
 // RE2 is not exception-safe: its destructors read members that are gone by

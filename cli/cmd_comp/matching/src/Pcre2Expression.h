@@ -80,8 +80,8 @@ class TimedExpression {
   void useJitCode() { usesJitCode_ = true; }
 
   // Whether the first match in `line` is not empty. Throws PatternError when
-  // `budget` runs out first, or might between two checks of the clock, when
-  // matching takes more than 128 MiB of memory, and when PCRE2 fails.
+  // `budget` runs out first or might do so between two checks of the clock,
+  // when matching takes more than 128 MiB of memory, and when PCRE2 fails.
   bool matches(std::string_view line, TimeBudget& budget);
 
  private:
