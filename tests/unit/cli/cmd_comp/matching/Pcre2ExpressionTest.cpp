@@ -61,17 +61,17 @@ struct TakesRow {
   char const* item;
   char c;
   bool ignoreCase;
-  bool takes;
+  bool matches;
 };
 
-TEST(TakesCharacter, LooksAtOneItem) {
+TEST(MatchesCharacter, LooksAtOneItem) {
   for (TakesRow const& row :
        {TakesRow{"a", 'a', false, true}, TakesRow{"a", 'A', false, false},
         TakesRow{"a", 'A', true, true}, TakesRow{"\\d", '5', false, true},
         TakesRow{"\\d", 'x', false, false}, TakesRow{"[^b]", 'b', false, false},
         TakesRow{"[^b]", 'B', false, true},
         TakesRow{"[^b]", 'B', true, false}}) {
-    EXPECT_EQ(row.takes, takesCharacter(row.item, row.c, row.ignoreCase))
+    EXPECT_EQ(row.matches, matchesCharacter(row.item, row.c, row.ignoreCase))
         << row.item << ' ' << row.c;
   }
 }
