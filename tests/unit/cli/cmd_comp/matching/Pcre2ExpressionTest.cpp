@@ -16,7 +16,7 @@ bool hasJit() {
   return has != 0;
 }
 
-TEST(PlainExpressionTest, FindsTheFirstMatchFromAPlaceOn) {
+TEST(PlainExpressionTest, FindsTheFirstMatchFromAnOffset) {
   if (!hasJit()) GTEST_SKIP() << "PCRE2 has no JIT compiler here";
   PlainExpression const expression("ab|cde", false, true);
   EXPECT_EQ(Answer::kMatch, expression.match("xabcde"));
@@ -34,8 +34,8 @@ TEST(PlainExpressionTest, IgnoresCase) {
   EXPECT_EQ(Answer::kMatch, PlainExpression("aB", true, false).match("xAb"));
 }
 
-// With callouts, the pattern is too large; it is matched within a number of
-// steps, from one start offset after the other.
+// The pattern is too large for callouts, so it is matched with a match limit,
+// one start offset at a time.
 TEST(TimedExpressionTest, TriesEveryStartOffset) {
   TimedExpression expression("b(?:" + std::string(20000, 'a') + "|c|z)", false);
   TimeBudget budget(10);
@@ -47,30 +47,31 @@ TEST(TimedExpressionTest, TriesEveryStartOffset) {
   EXPECT_THROW(expression.matches("bz", none), PatternError);
 }
 
-TEST(TimedExpressionTest, FoldsFewRangesOfUtf8Only) {
-  std::string const most = "(*UTF)" + std::string(64, '-');
-  EXPECT_NO_THROW(TimedExpression(most, true));
-  EXPECT_THROW(TimedExpression(most + '-', true), PatternError);
-  EXPECT_NO_THROW(TimedExpression(most + '-', false));
+TEST(TimedExpressionTest, LimitsCaselessRangesInUtf8) {
+  std::string const limit = "(*UTF)" + std::string(64, '-');
+  EXPECT_NO_THROW(TimedExpression(limit, true));
+  EXPECT_THROW(TimedExpression(limit + '-', true), PatternError);
+  EXPECT_NO_THROW(TimedExpression(limit + '-', false));
   EXPECT_THROW(TimedExpression("(*UTF)(?i)" + std::string(65, '-'), false),
                PatternError);
   EXPECT_NO_THROW(TimedExpression(std::string(65, '-'), true));
 }
 
-struct TakesRow {
+struct MatchesRow {
   char const* item;
   char c;
   bool ignoreCase;
   bool matches;
 };
 
-TEST(MatchesCharacter, LooksAtOneItem) {
-  for (TakesRow const& row :
-       {TakesRow{"a", 'a', false, true}, TakesRow{"a", 'A', false, false},
-        TakesRow{"a", 'A', true, true}, TakesRow{"\\d", '5', false, true},
-        TakesRow{"\\d", 'x', false, false}, TakesRow{"[^b]", 'b', false, false},
-        TakesRow{"[^b]", 'B', false, true},
-        TakesRow{"[^b]", 'B', true, false}}) {
+TEST(MatchesCharacter, OfASingleItem) {
+  for (MatchesRow const& row :
+       {MatchesRow{"a", 'a', false, true}, MatchesRow{"a", 'A', false, false},
+        MatchesRow{"a", 'A', true, true}, MatchesRow{"\\d", '5', false, true},
+        MatchesRow{"\\d", 'x', false, false},
+        MatchesRow{"[^b]", 'b', false, false},
+        MatchesRow{"[^b]", 'B', false, true},
+        MatchesRow{"[^b]", 'B', true, false}}) {
     EXPECT_EQ(row.matches, matchesCharacter(row.item, row.c, row.ignoreCase))
         << row.item << ' ' << row.c;
   }

@@ -14,7 +14,7 @@ void spend(TimeBudget& budget) {
   while (!budget.isSpent()) continue;
 }
 
-TEST(TimeBudgetTest, RunsFromTheFirstLookOn) {
+TEST(TimeBudgetTest, StartsAtTheFirstCheck) {
   TimeBudget used(kLittle);
   TimeBudget fresh(kLong);
   spend(used);
@@ -26,11 +26,11 @@ TEST(TimeBudgetTest, RunsFromTheFirstLookOn) {
   EXPECT_LT(kLong / 2, fresh.left());
 }
 
-TEST(TimeBudgetTest, IsSpentAtOnceWhereThereIsNone) {
+TEST(TimeBudgetTest, IsSpentAtOnceIfItIsZero) {
   EXPECT_TRUE(TimeBudget(0).isSpent());
 }
 
-TEST(TimeBudgetTest, StaysSpentUntilItIsRestarted) {
+TEST(TimeBudgetTest, StaysSpentUntilRestarted) {
   TimeBudget budget(kLittle);
   spend(budget);
   EXPECT_GE(0, budget.left());
