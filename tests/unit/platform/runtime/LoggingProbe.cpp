@@ -1,4 +1,5 @@
-// Writes with the logging facade as its argument says and prints the level.
+// Makes the calls of the logging facade named by its argument, and prints the
+// level.
 
 #include <pthread.h>
 #include <sys/time.h>
@@ -33,8 +34,7 @@ int traceOperation() {
   return trace.exitWith(0);
 }
 
-// Counts what comes out of the pipe, from when the writer has been kept waiting
-// for a while.
+// Counts the bytes from the pipe, after blocking the writer for a while.
 std::size_t bytesFrom(int pipe) {
   std::this_thread::sleep_for(std::chrono::milliseconds(100));
   std::size_t count = 0;
@@ -46,7 +46,7 @@ std::size_t bytesFrom(int pipe) {
   return count;
 }
 
-// Lets a signal interrupt the writing thread every millisecond.
+// Interrupts the writing thread by a signal every millisecond.
 void interruptOften() {
   struct sigaction action {};
   action.sa_handler = [](int) {};
@@ -62,7 +62,7 @@ void blockInterruptions(int how) {
   pthread_sigmask(how, &signals, nullptr);
 }
 
-// Writes a record that is longer than the pipe, which is standard error.
+// Writes a record longer than the capacity of the pipe that is standard error.
 void writeInterrupted(LoggingWrapper& facade) {
   int pipe[2];
   if (::pipe(pipe) != 0) std::exit(2);

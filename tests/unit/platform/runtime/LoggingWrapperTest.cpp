@@ -62,7 +62,7 @@ TEST(LoggingWrapper, WritesRecordsToStandardErrorWithoutAFile) {
   }
 }
 
-TEST(LoggingWrapper, WritesWhateverItIsGivenAtAnyLevel) {
+TEST(LoggingWrapper, DoesNotFilterByLevel) {
   EXPECT_EQ(probe("records", {{"QOR_LOG_LEVEL", "0"}}).err, kRecords);
 }
 
@@ -81,7 +81,7 @@ TEST(LoggingWrapper, WritesARecordOnOneLine) {
       "level 0 cli Probe.cpp:1 run: \\x01\\x09\\x0D\\x1B[0m\\x7F\xC3\xA9\n");
 }
 
-TEST(LoggingWrapper, WritesTheWholeRecordThoughSignalsInterruptIt) {
+TEST(LoggingWrapper, WritesWholeRecordsDespiteSignals) {
   EXPECT_EQ(probe("interrupted", {}).out, "4\n1000030 bytes\n");
 }
 
@@ -90,9 +90,8 @@ TEST(LoggingWrapper, WritesLongRecordsWhole) {
             "level 0 cli Probe.cpp:1 run: " + std::string(100000, 'x') + "\n");
 }
 
-// The texts of an operation, by the level in force. Errors of the system log
-// need level 4, traces a level above 7.
-TEST(LoggingWrapper, IsAskedForTheLevelBeforeAnythingIsWritten) {
+// Errors need level 4, traces a level above 7.
+TEST(LoggingWrapper, LevelDecidesWhatOperationsWrite) {
   auto const errors = [](char const* level) {
     std::string const text = probe("operation", {{"QOR_LOG_LEVEL", level}}).err;
     return std::pair(

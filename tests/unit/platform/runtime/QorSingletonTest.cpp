@@ -18,14 +18,14 @@ struct FailsOnce : Qor::Singleton<FailsOnce> {
   }
 };
 
-TEST(QorSingleton, IsMadeOnFirstUseAndOnlyOnce) {
+TEST(QorSingleton, IsCreatedOnceOnFirstUse) {
   EXPECT_EQ(Counted::made, 0);
   Counted* const first = &Counted::instance();
   EXPECT_EQ(first, &Counted::instance());
   EXPECT_EQ(Counted::made, 1);
 }
 
-TEST(QorSingleton, IsTriedAgainAfterItsConstructorThrew) {
+TEST(QorSingleton, IsRetriedAfterItsConstructorThrows) {
   EXPECT_THROW(FailsOnce::instance(), std::runtime_error);
   EXPECT_NO_THROW(FailsOnce::instance());
   EXPECT_EQ(FailsOnce::attempts, 2);

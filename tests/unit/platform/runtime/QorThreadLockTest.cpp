@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(QorThreadLock, HoldsAnotherThreadUpUntilItIsReleased) {
+TEST(QorThreadLock, BlocksOtherThreadsUntilReleased) {
   Qor::QorThreadLock lock;
   std::atomic<bool> entered{false};
   lock.lock();
