@@ -29,9 +29,10 @@ int ArgumentsNode::autoComplete(CliApiContext&,
   bool const typing = given != 0 && !endsWithSpace;
   bool const mayBegin = given == 0 || (endsWithSpace && count_ == Count::kMany);
   if (count_ == Count::kOne && given > 1) return 0;
-  bool const inFirst = given == (typing ? 1 : 0) && (typing || endsWithSpace);
-  if (inFirst && !helpRequest) {
-    offerWords(typing ? tokens.back() : "", results);
+  bool const begins = mayBegin && endsWithSpace;
+  if ((begins || typing) && !helpRequest) {
+    offerWords(typing ? given - 1 : given, typing ? tokens.back() : "",
+               results);
   }
   if (mayBegin || typing) {
     bool const follows = !endsWithSpace && !typing;
@@ -65,7 +66,7 @@ void ArgumentsNode::resetNode(CliApiContext&) { atLastOfSeveral_ = false; }
 
 std::string ArgumentsNode::toShortString() const { return placeholder_; }
 
-void ArgumentsNode::offerWords(std::string const&,
+void ArgumentsNode::offerWords(std::size_t, std::string const&,
                                std::vector<AutoCompleteResult>&) const {}
 
 void ArgumentsNode::offer(std::string const& text, std::string const& help,

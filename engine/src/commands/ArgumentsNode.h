@@ -37,10 +37,10 @@ class ArgumentsNode : public QorCliUtilities::AutoCompleteNode {
   std::string toShortString() const override;
 
  protected:
-  // Adds the candidates for the first argument, of which `word` has been typed,
-  // perhaps nothing yet; none, in this class.
+  // Adds the candidates for argument `index`, counted from 0, of which `word`
+  // has been typed, perhaps nothing yet; none, in this class.
   virtual void offerWords(
-      std::string const& word,
+      std::size_t index, std::string const& word,
       std::vector<QorCliUtilities::AutoCompleteResult>& results) const;
 
  private:

@@ -33,10 +33,11 @@ std::vector<fs::path> namesBeginningWith(fs::path const& typed) {
   return names;
 }
 
-// Outside quotes the line would be cut at these, blanks around punctuation
-// would be lost with what they separate, and a placeholder is never typed.
+// Outside quotes the line would be cut at these or take the path for a pattern,
+// blanks around punctuation would be lost with what they separate, and a
+// placeholder is never typed.
 bool needsQuotes(std::string const& path) {
-  constexpr char kCutting[] = " \t|\"";
+  constexpr char kCutting[] = " \t|\"*?[";
   constexpr std::string_view kPunctuation = "=,[]";
   auto const isPunctuation = [&](char c) {
     return kPunctuation.find(c) != std::string_view::npos;
@@ -54,8 +55,20 @@ std::string PathNode::withHome(std::string const& path) {
   return inHome ? home + path.substr(1) : path;
 }
 
+std::string PathNode::nameOf(std::string const& text) {
+  std::string const path = CommandLine::unquoted(text);
+  std::size_t const last = path.size() < 2 ? 0 : path.size() - 2;
+  std::size_t const slash = path.rfind('/', last);
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+std::string PathNode::asTyped(std::string const& path, bool quoted, bool ends) {
+  if (!quoted && !needsQuotes(path)) return path;
+  return '"' + Poco::replace(path, "\"", "\\\"") + (ends ? "\"" : "");
+}
+
 void PathNode::offerWords(
-    std::string const& word,
+    std::size_t, std::string const& word,
     std::vector<QorCliUtilities::AutoCompleteResult>& results) const {
   bool const quoted = word.rfind('"', 0) == 0;
   fs::path const typed = CommandLine::unquoted(word);
@@ -65,11 +78,8 @@ void PathNode::offerWords(
     std::error_code error;
     bool const folder = fs::is_directory(withHome(path), error);
     if (folder) text += '/';
-    if (quoted || needsQuotes(text)) {
-      text = '"' + Poco::replace(text, "\"", "\\\"") + (folder ? "" : "\"");
-    }
-    addPossibility({QOR_CLI_SORT_COMMAND, text}, text, "", QOR_CLI_TOKEN_WORD,
-                   results);
+    addPossibility({QOR_CLI_SORT_COMMAND, text}, asTyped(text, quoted, !folder),
+                   "", QOR_CLI_TOKEN_WORD, results);
   }
 }
 

@@ -16,14 +16,22 @@ class PathNode : public ArgumentsNode {
  public:
   using ArgumentsNode::ArgumentsNode;
 
+  // The name of a file or folder, without quotes, of which the text of a
+  // candidate is the path.
+  static std::string nameOf(std::string const& text);
+
   // `path` with the user's home folder in the place of a "~" before its first
   // slash; as it is when it has none, or the folder is not known.
   static std::string withHome(std::string const& path);
 
  protected:
   void offerWords(
-      std::string const& word,
+      std::size_t index, std::string const& word,
       std::vector<QorCliUtilities::AutoCompleteResult>& results) const override;
+
+  // How `path` is typed: in quotes where it needs them, or begins with one
+  // already. The quote at the end is left out when more follows.
+  static std::string asTyped(std::string const& path, bool quoted, bool ends);
 };
 
 }  // namespace QorCliEngine

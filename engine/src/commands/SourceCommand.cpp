@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "commands/CommandLine.h"
-
 namespace QorCliEngine {
 
 SourceCommand::SourceCommand(char const* name, unsigned wordsBefore,
@@ -16,11 +14,8 @@ SourceCommand::SourceCommand(char const* name, unsigned wordsBefore,
 int SourceCommand::execute(QorCliUtilities::CliApiContext&,
                            std::vector<std::string> const& tokens,
                            QorCliUtilities::IOutput&) {
-  std::vector<std::string> arguments;
-  for (std::size_t i = wordsBefore_; i < tokens.size(); ++i) {
-    arguments.push_back(CommandLine::unquoted(tokens[i]));
-  }
-  made_ = maker_(arguments);
+  auto const begin = tokens.begin() + wordsBefore_;
+  made_ = maker_(std::vector<std::string>(begin, tokens.end()));
   return 0;
 }
 

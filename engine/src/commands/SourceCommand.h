@@ -15,8 +15,8 @@ namespace QorCliEngine {
 // started when the rest of the line has been understood.
 class SourceCommand : public QorCliUtilities::AbstractCommand {
  public:
-  // Makes the source from the command's arguments, which have lost their
-  // quotes. Throws SourceFailure when they are invalid.
+  // Makes the source from the command's arguments, as they were typed. Throws
+  // SourceFailure when they are invalid.
   using Maker =
       std::function<std::unique_ptr<Source>(std::vector<std::string> const&)>;
 

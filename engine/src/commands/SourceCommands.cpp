@@ -9,8 +9,11 @@
 #include "LinesOutput.h"
 #include "calls/CallContext.h"
 #include "commands/ArgumentsNode.h"
+#include "commands/CommandLine.h"
 #include "commands/PathNode.h"
+#include "commands/ProgramNode.h"
 #include "sources/FileSource.h"
+#include "sources/FilesSource.h"
 #include "sources/ProcessSource.h"
 #include "sources/TextSource.h"
 #include "system/EngineErrors.h"
@@ -44,8 +47,27 @@ AutoCompleteNode* option(char const* word, char const* help) {
                        false);
 }
 
-std::string joined(std::vector<std::string> const& words) {
+std::string joined(std::vector<std::string> words) {
+  for (std::string& word : words) word = CommandLine::unquoted(word);
   return Poco::cat(std::string(" "), words.begin(), words.end()) + '\n';
+}
+
+// The path that a word stands for.
+std::string pathIn(std::string const& word) {
+  return PathNode::withHome(CommandLine::unquoted(word));
+}
+
+// A path in quotes is that of a file, whatever characters it has.
+std::unique_ptr<Source> makeFileSource(std::vector<std::string> const& words) {
+  if (words.size() != 1) {
+    throw SourceFailure("takes one path; quote it if it holds blanks");
+  }
+  std::string const& word = words.front();
+  std::string const path = pathIn(word);
+  bool const isPattern =
+      word.front() != '"' && word.find_first_of("*?[") != std::string::npos;
+  if (isPattern) return std::make_unique<FilesSource>(path);
+  return std::make_unique<FileSource>(path);
 }
 
 // A text that is made when the line runs, not when it is understood: Tab and
@@ -84,12 +106,7 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
       {keyword("show", kShowHelp, Ends::kLater),
        keyword("file", "Print a file", Ends::kLater),
        new PathNode(2, Count::kOne, "<path>", "The file to print")},
-      2, [](Words const& words) {
-        if (words.size() != 1) {
-          throw SourceFailure("takes one path; quote it if it holds blanks");
-        }
-        return std::make_unique<FileSource>(PathNode::withHome(words.front()));
-      });
+      2, makeFileSource);
   addText("Show tree",
           {keyword("show", kShowHelp, Ends::kLater),
            keyword("tree", kTreeHelp, Ends::kHere)},
@@ -100,9 +117,10 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
           texts.graph);
   add("Run",
       {keyword("run", "Run a program and print its output", Ends::kLater),
-       new ArgumentsNode(1, Count::kMany, "<program>",
-                         "The program and its arguments")},
-      1, [](Words const& words) {
+       new ProgramNode(1, Count::kMany, "<program>",
+                       "The program and its arguments")},
+      1, [](Words words) {
+        for (std::string& word : words) word = pathIn(word);
         return std::make_unique<ProcessSource>(words);
       });
   add("Echo",

@@ -195,7 +195,6 @@ std::vector<TreeWord> Completer::commandTrees() {
   return trees;
 }
 
-// Whether `line` is in a stage that can only be one of the engine's commands.
 bool Completer::isOwnStage(std::string const& line) const {
   CommandLine::TypedEnd const end = CommandLine::typedEnd(line);
   std::string const stage = line.substr(end.stageBegin);

@@ -39,6 +39,10 @@ class Completer {
   // Throws as ask().
   std::string noCandidates(std::string const& line);
 
+  // Whether `line` is in a stage that can only be one of the engine's commands,
+  // of which the candidates with a slash are paths.
+  bool isOwnStage(std::string const& line) const;
+
   // The line, and below it a mark under the first word of a stage, counted from
   // 1, that is not known, or behind the stage when it is not complete, with
   // what was expected there. Empty when that cannot be told. `width` as in
@@ -60,7 +64,6 @@ class Completer {
 
   std::optional<Word> unknownWord(std::string const& line);
   std::string expected(std::string const& line);
-  bool isOwnStage(std::string const& line) const;
   void addReturn(std::string const& line, std::vector<Candidate>& candidates);
   bool offersFor(std::string const& line);
   bool earlierStagesMayRun(std::string const& line);

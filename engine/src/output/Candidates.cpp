@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <tuple>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "AutoCompleteNode.h"
 #include "output/Layout.h"
@@ -23,9 +25,9 @@ bool standsBefore(Candidate const& a, Candidate const& b) {
   return place(a) < place(b);
 }
 
-// Takes `candidate` into `same` if the two can be shown as one.
+// Takes `candidate`, which has the same text, into `same` if the two can be
+// shown as one.
 bool mergeInto(Candidate& same, Candidate const& candidate) {
-  if (same.completion != candidate.completion) return false;
   if (same.help.empty()) same.help = candidate.help;
   return candidate.help.empty() || same.help == candidate.help;
 }
@@ -51,13 +53,11 @@ bool beginsWith(std::string const& text, std::string const& word) {
 std::vector<std::string> textsBeginningWith(
     std::string const& word, std::vector<Candidate> const& candidates) {
   std::vector<std::string> texts;
+  std::unordered_set<std::string> known;
   for (Candidate const& candidate : candidates) {
     std::string const& text = candidate.completion;
-    bool const known =
-        std::find(texts.begin(), texts.end(), text) != texts.end();
-    if (known || isPlaceholder(candidate.completion) || !beginsWith(text, word))
-      continue;
-    texts.push_back(text);
+    if (isPlaceholder(text) || !beginsWith(text, word)) continue;
+    if (known.insert(text).second) texts.push_back(text);
   }
   return texts;
 }
@@ -133,12 +133,17 @@ bool isReturn(Candidate const& candidate) {
 std::vector<Candidate> merged(std::vector<Candidate> candidates) {
   std::stable_sort(candidates.begin(), candidates.end(), standsBefore);
   std::vector<Candidate> result;
+  // Where those with the same text are: a folder may have very many names.
+  std::unordered_map<std::string, std::vector<std::size_t>> places;
   for (Candidate& candidate : candidates) {
     if (candidate.completion.empty()) continue;
+    auto& same = places[candidate.completion];
     bool const known = std::any_of(
-        result.begin(), result.end(),
-        [&](Candidate& same) { return mergeInto(same, candidate); });
-    if (!known) result.push_back(std::move(candidate));
+        same.begin(), same.end(),
+        [&](std::size_t i) { return mergeInto(result[i], candidate); });
+    if (known) continue;
+    same.push_back(result.size());
+    result.push_back(std::move(candidate));
   }
   return result;
 }
@@ -167,13 +172,15 @@ Completion complete(std::string const& word,
   return next;
 }
 
-std::string list(std::vector<Candidate> const& candidates, std::size_t width) {
+std::string list(std::vector<Candidate> const& candidates, Shown shown,
+                 std::size_t width) {
   std::vector<Layout::Row> placeholders;
   for (Candidate const& candidate : candidates) {
     if (isPlaceholder(candidate.completion))
       placeholders.push_back(asRow(candidate));
   }
-  std::vector<std::string> const texts = textsBeginningWith("", candidates);
+  std::vector<std::string> texts = textsBeginningWith("", candidates);
+  std::transform(texts.begin(), texts.end(), texts.begin(), shown);
   return (texts.empty() ? "" : Layout::inColumns(texts, width)) +
          Layout::inTwoColumns(placeholders, width);
 }

@@ -47,8 +47,10 @@ Completion complete(std::string const& word,
                     std::vector<Candidate> const& candidates);
 
 // The candidates as Tab shows them: in columns, then placeholders and their
-// help. `width` as in Layout.
-std::string list(std::vector<Candidate> const& candidates, std::size_t width);
+// help. `shown` is what is shown of a candidate's text. `width` as in Layout.
+using Shown = std::string (*)(std::string const& text);
+std::string list(std::vector<Candidate> const& candidates, Shown shown,
+                 std::size_t width);
 
 // The candidates with their help texts.
 std::string helpList(std::vector<Candidate> const& candidates,

@@ -3,12 +3,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 
 #include "system/EngineErrors.h"
+#include "system/ProgramFolders.h"
 
 namespace QorCliEngine {
 namespace {
@@ -19,15 +21,10 @@ constexpr char kLessCommand[] = "less -FRX";
 constexpr char const* kNotRun[] = {"exit status 126", "exit status 127"};
 
 bool isInPath(char const* program) {
-  char const* const path = std::getenv("PATH");
-  std::string folders = path == nullptr ? "" : path;
-  while (!folders.empty()) {
-    std::size_t const end = folders.find(':');
-    std::string const file = folders.substr(0, end) + '/' + program;
-    if (::access(file.c_str(), X_OK) == 0) return true;
-    folders.erase(0, end == std::string::npos ? end : end + 1);
-  }
-  return false;
+  std::vector<std::string> const folders = programFolders();
+  return std::any_of(folders.begin(), folders.end(), [&](auto const& folder) {
+    return ::access((folder + '/' + program).c_str(), X_OK) == 0;
+  });
 }
 
 }  // namespace

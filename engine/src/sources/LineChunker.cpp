@@ -31,8 +31,12 @@ std::string_view LineChunker::takeLines() {
 }
 
 std::string_view LineChunker::takeRest() {
-  if (size_ > lineEnd_) append("\n");
+  endLine();
   return takeLines();
+}
+
+void LineChunker::endLine() {
+  if (size_ > lineEnd_) append("\n");
 }
 
 std::size_t LineChunker::room() const {

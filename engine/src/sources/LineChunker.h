@@ -28,6 +28,9 @@ class LineChunker {
 
   void append(std::string_view text);
 
+  // Gives a last line that lacks its line feed one.
+  void endLine();
+
   // Whether a chunk has come together.
   bool full() const { return size_ >= kChunkSize && lineEnd_ != 0; }
 

@@ -3,13 +3,16 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <csignal>
 #include <cwchar>
 #include <new>
+#include <string_view>
 
 #include "commands/CommandLine.h"
+#include "commands/PathNode.h"
 #include "output/Layout.h"
 #include "output/Terminal.h"
 #include "system/EngineErrors.h"
@@ -52,6 +55,8 @@ std::size_t cellsBehind(std::size_t from, std::string const& text) {
   }
   return cells + Layout::width(run);
 }
+
+std::string wholeText(std::string const& text) { return text; }
 
 std::size_t characters(std::string const& text) {
   std::size_t count = 0;
@@ -235,7 +240,11 @@ unsigned char LineEditor::complete(std::string const& line,
   auto const completion = Candidates::complete(word, candidates);
   finishWord(word, completion.word);
   if (!completion.show) return CC_REFRESH;
-  return showBelow(Candidates::list(candidates, Terminal::size().columns));
+  bool const paths = completer_.isOwnStage(line);
+  return showList(
+      Candidates::list(candidates, paths ? PathNode::nameOf : wholeText,
+                       Terminal::size().columns),
+      candidates.size());
 }
 
 unsigned char LineEditor::help() {
@@ -457,7 +466,36 @@ unsigned char LineEditor::showMessage(std::string const& text) {
       Layout::inTwoColumns({{"qorcli:", text}}, Terminal::size().columns));
 }
 
-// Shows a list, and the line again below it.
+// Shows a list of candidates, and the line again below it.
+unsigned char LineEditor::showList(std::string const& list, std::size_t count) {
+  auto const rows =
+      static_cast<std::size_t>(std::count(list.begin(), list.end(), '\n'));
+  if (rows < Terminal::size().rows) return showBelow(list);
+  goBelow();
+  auto const wanted = allAreWanted(count);
+  if (!wanted) return CC_EOF;
+  std::fputs(*wanted ? list.c_str() : "", screen_);
+  return redraw();
+}
+
+// None when there will be no answer.
+std::optional<bool> LineEditor::allAreWanted(std::size_t count) {
+  constexpr std::wstring_view kYes = L"yY ";
+  constexpr std::wstring_view kNo = L"nNqQ\003\007\b\177";
+  std::fprintf(screen_, "show all %zu? (y/n) ", count);
+  std::fflush(screen_);
+  std::wstring key;
+  while (readWholeKey(key)) {
+    bool const yes = key.size() == 1 && kYes.find(key) != kYes.npos;
+    bool const no = key.size() == 1 && kNo.find(key) != kNo.npos;
+    if (!yes && !no) continue;
+    std::fputs("\n", screen_);
+    return yes;
+  }
+  return std::nullopt;
+}
+
+// Shows a text, and the line again below it.
 unsigned char LineEditor::showBelow(std::string const& list) {
   goBelow();
   std::fputs(list.c_str(), screen_);

@@ -62,6 +62,8 @@ class LineEditor {
   void clear();
   void finishWord(std::string const& word, std::string replacement);
   unsigned char showMessage(std::string const& text);
+  unsigned char showList(std::string const& list, std::size_t count);
+  std::optional<bool> allAreWanted(std::size_t count);
   unsigned char showBelow(std::string const& list);
   unsigned char redraw();
   void goBelow();

@@ -166,6 +166,10 @@ void offerOddities(QorCliApiContext_5* context, unsigned actionId,
                                    nullptr, nullptr);
     offer(context, actionId, "back\\slash", "tab\there\nnext", 0, "k\te\ny");
   }
+  if (line.rfind("fail-at-end ", 0) == 0) {
+    offer(context, actionId, "ge-0/0/1", "A port", 6, "ge-0/0/1");
+    offer(context, actionId, "ge-0/0/2", "A port", 6, "ge-0/0/2");
+  }
   if (line.rfind("count-lines ", 0) != 0) return;
   offer(context, actionId, "zebra", "Last by key, first by rank", 1, "z");
   offer(context, actionId, "apple", "By key the first", 6, "a");

@@ -69,8 +69,9 @@ TEST(CandidatesTest, complete) {
 TEST(CandidatesTest, lists) {
   std::vector<Candidate> const candidates = {
       offered("a", "first"), offered("<n>", "number"), offered("<cr>")};
-  EXPECT_EQ(Candidates::list(candidates, 40),
-            "a\n<n>   number\n<cr>  Run the line as it stands\n");
+  auto const doubled = [](std::string const& text) { return text + text; };
+  EXPECT_EQ(Candidates::list(candidates, doubled, 40),
+            "aa\n<n>   number\n<cr>  Run the line as it stands\n");
   EXPECT_EQ(Candidates::helpList(candidates, 40),
             "a     first\n<n>   number\n<cr>  Run the line as it stands\n");
 }
