@@ -233,7 +233,7 @@ def keys_to_bytes(text):
             return chr(ord(name[5].upper()) & 0x1F)
         return KEYS[name]
 
-    return re.sub("<([A-Za-z-]+)>", key, text.replace("\n", "")).encode()
+    return re.sub("<([A-Za-z_-]+)>", key, text.replace("\n", "")).encode()
 
 
 class Terminal:

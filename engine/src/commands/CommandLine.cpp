@@ -128,6 +128,12 @@ std::vector<std::size_t> wordEnds(std::string const& line) {
   return ends;
 }
 
+std::string lastWord(std::string const& line) {
+  std::vector<std::size_t> const ends = wordEnds(line);
+  std::string const typed = line.substr(0, ends.empty() ? 0 : ends.back());
+  return typed.substr(typedEnd(typed).wordBegin);
+}
+
 std::size_t openQuote(std::string const& line) {
   QuoteTracker quotes(line);
   for (std::size_t i = 0; i < line.size(); ++i) quotes.isOutside(i);

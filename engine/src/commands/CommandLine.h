@@ -49,6 +49,9 @@ TypedEnd typedEnd(std::string const& line);
 // order.
 std::vector<std::size_t> wordEnds(std::string const& line);
 
+// The last word of the last stage, with its quotes; empty when that has none.
+std::string lastWord(std::string const& line);
+
 // The index of a quote in `line` that is not closed; npos when there is none.
 std::size_t openQuote(std::string const& line);
 

@@ -33,6 +33,7 @@ EditLibrary load() {
   find(library, "el_get", edit.el_get);
   find(library, "el_gets", edit.el_gets);
   find(library, "el_line", edit.el_line);
+  find(library, "el_wline", edit.el_wline);
   find(library, "el_insertstr", edit.el_insertstr);
   find(library, "el_deletestr", edit.el_deletestr);
   find(library, "el_cursor", edit.el_cursor);

@@ -16,6 +16,7 @@ struct EditLibrary {
   decltype(&::el_get) el_get;
   decltype(&::el_gets) el_gets;
   decltype(&::el_line) el_line;
+  decltype(&::el_wline) el_wline;
   decltype(&::el_insertstr) el_insertstr;
   decltype(&::el_deletestr) el_deletestr;
   decltype(&::el_cursor) el_cursor;

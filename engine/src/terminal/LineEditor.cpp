@@ -175,6 +175,11 @@ void LineEditor::bindKeys() {
        &Keys::perform<&LineEditor::search>},
       {"\\e[search", "qor-show-search", L"qor-show-search",
        L"Show what was found", &Keys::perform<&LineEditor::showSearch>},
+      {"^_", "qor-undo", L"qor-undo", L"Take the last change back",
+       &Keys::perform<&LineEditor::undo>},
+      {"\\e.", "qor-last-word", L"qor-last-word",
+       L"Insert the last word of the line before",
+       &Keys::perform<&LineEditor::insertLastWord>},
       {"^C", "qor-interrupt", L"qor-interrupt", L"Give the line up",
        &Keys::perform<&LineEditor::interrupt>},
       {"^Z", "qor-suspend", L"qor-suspend", L"Stop until continued",
@@ -202,6 +207,7 @@ bool LineEditor::read(std::string& line) {
   edit().el_set(editor_, EL_PREP_TERM, 1);
   std::fputs(kPasteModeOn, screen_);
   if (!waiting_.empty()) ready_ = kInsertWaiting;
+  changes_.clear();
   int count = 0;
   char const* const text = edit().el_gets(editor_, &count);
   std::fputs(kPasteModeOff, screen_);
@@ -351,10 +357,31 @@ bool LineEditor::searchOn(std::wstring const& key) {
 }
 
 unsigned char LineEditor::showSearch() {
-  clear();
-  edit().el_insertstr(editor_, found_.text.c_str());
-  std::string const behind = found_.text.substr(found_.cursor);
-  edit().el_cursor(editor_, -static_cast<int>(characters(behind)));
+  replace(found_.text, characters(found_.text.substr(found_.cursor)));
+  return CC_REFRESH;
+}
+
+// The library has an undo for vi's commands only.
+unsigned char LineEditor::undo() {
+  UndoList::Line const& line = changes_.undo();
+  std::string text;
+  for (wchar_t character : line.text) append(text, character);
+  replace(text, line.text.size() - line.cursor);
+  return CC_REFRESH;
+}
+
+// The key's second press goes on to the line before that one.
+unsigned char LineEditor::insertLastWord() {
+  bool const again = lastWords_ && typed() == behindLastWord_;
+  if (!again) lastWords_.emplace(history_.handle());
+  std::string const word = lastWords_->next();
+  if (word.empty()) return CC_ERROR;
+  if (again) {
+    edit().el_deletestr(editor_, static_cast<int>(characters(lastWord_)));
+  }
+  edit().el_insertstr(editor_, word.c_str());
+  lastWord_ = word;
+  behindLastWord_ = typed();
   return CC_REFRESH;
 }
 
@@ -366,12 +393,20 @@ unsigned char LineEditor::interrupt() {
   goBelow();
   clear();
   waiting_.clear();
+  changes_.clear();
   return redraw();
 }
 
 void LineEditor::clear() {
   edit().el_cursor(editor_, -static_cast<int>(characters(typed())));
   cutTail();
+}
+
+void LineEditor::replace(std::string const& text,
+                         std::size_t charactersBehind) {
+  clear();
+  edit().el_insertstr(editor_, text.c_str());
+  edit().el_cursor(editor_, -static_cast<int>(charactersBehind));
 }
 
 // Takes what is behind the cursor out of the line.
@@ -396,8 +431,16 @@ unsigned char LineEditor::suspend() {
   return CC_NORM;
 }
 
+// In wide characters, as the library has it: this is done for each key.
+void LineEditor::noteLine() {
+  LineInfoW const* const info = edit().el_wline(editor_);
+  changes_.note({std::wstring(info->buffer, info->lastchar),
+                 static_cast<std::size_t>(info->cursor - info->buffer)});
+}
+
 int LineEditor::readKey(wchar_t& key) {
   while (ready_.empty()) {
+    if (!search_) noteLine();
     std::wstring next;
     if (!readWholeKey(next)) return 0;
     ready_ = search_ ? searchKey(next) : next;

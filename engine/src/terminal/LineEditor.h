@@ -13,6 +13,8 @@
 #include "completion/Completer.h"
 #include "terminal/History.h"
 #include "terminal/HistorySearch.h"
+#include "terminal/LastWords.h"
+#include "terminal/UndoList.h"
 
 namespace QorCliEngine {
 
@@ -50,8 +52,11 @@ class LineEditor {
   unsigned char insertWaiting();
   unsigned char search();
   unsigned char showSearch();
+  unsigned char undo();
+  unsigned char insertLastWord();
   unsigned char interrupt();
   unsigned char suspend();
+  void noteLine();
   int readKey(wchar_t& key);
   bool readWholeKey(std::wstring& key);
   bool readCharacter(wchar_t& character);
@@ -60,6 +65,7 @@ class LineEditor {
   bool searchOn(std::wstring const& key);
   std::string cutTail();
   void clear();
+  void replace(std::string const& text, std::size_t charactersBehind);
   void finishWord(std::string const& word, std::string replacement);
   unsigned char showMessage(std::string const& text);
   unsigned char showList(std::string const& list, std::size_t count);
@@ -87,6 +93,10 @@ class LineEditor {
   std::string searchPrompt_;
   Line searchedFrom_;
   Line found_;
+  UndoList changes_;
+  std::optional<LastWords> lastWords_;
+  std::string lastWord_;        // of those, inserted
+  std::string behindLastWord_;  // the line up to its end
 };
 
 }  // namespace QorCliEngine

@@ -119,6 +119,23 @@ TEST(CommandLineTest, wordEnds) {
   }
 }
 
+TEST(CommandLineTest, lastWord) {
+  struct {
+    std::string line, word;
+  } const rows[] = {
+      {"", ""},
+      {"a", "a"},
+      {" a bc ", "bc"},
+      {"a | b c", "c"},
+      {"a |", ""},
+      {R"(a "b | c")", R"("b | c")"},
+      {R"(a "b c)", R"("b c)"},
+  };
+  for (auto const& row : rows) {
+    EXPECT_EQ(CommandLine::lastWord(row.line), row.word) << row.line;
+  }
+}
+
 TEST(CommandLineTest, unquoted) {
   struct {
     std::string word, text;
