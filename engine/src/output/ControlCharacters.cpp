@@ -26,7 +26,8 @@ std::size_t sizeOfCharacter(std::string_view text, std::size_t i) {
   return size;
 }
 
-bool isHarmless(std::string_view text, std::size_t i) {
+// Whether a terminal does with the character at `i` what a text means.
+bool isLayout(std::string_view text, std::size_t i) {
   return text[i] == '\n' || text[i] == '\t' ||
          (text[i] == '\r' && at(text, i + 1) == '\n');
 }
@@ -42,13 +43,14 @@ void addCaret(std::string& result, unsigned char byte) {
 
 // Adds the character at `i` and returns how many bytes it has.
 std::size_t addVisible(std::string& result, std::string_view text,
-                       std::size_t i) {
+                       std::size_t i, bool inLine) {
   std::size_t const size = sizeOfCharacter(text, i);
   unsigned char const last = at(text, i + size - 1);
   bool const isHigh =
       isHighControl(last) && (size == 1 || (size == 2 && at(text, i) == 0xC2));
   if (isHigh) result += "M-";
-  if (isHigh || (size == 1 && isLowControl(last) && !isHarmless(text, i))) {
+  if (isHigh ||
+      (size == 1 && isLowControl(last) && (inLine || !isLayout(text, i)))) {
     addCaret(result, last);
   } else {
     result += text.substr(i, size);
@@ -56,13 +58,21 @@ std::size_t addVisible(std::string& result, std::string_view text,
   return size;
 }
 
-}  // namespace
-
-std::string visible(std::string_view text) {
+std::string madeVisible(std::string_view text, bool inLine) {
   std::string result;
   result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size();) i += addVisible(result, text, i);
+  for (std::size_t i = 0; i < text.size();) {
+    i += addVisible(result, text, i, inLine);
+  }
   return result;
+}
+
+}  // namespace
+
+std::string visible(std::string_view text) { return madeVisible(text, false); }
+
+std::string visibleInLine(std::string_view text) {
+  return madeVisible(text, true);
 }
 
 }  // namespace ControlCharacters

@@ -13,6 +13,9 @@ namespace ControlCharacters {
 // carriage returns before a line feed stay.
 std::string visible(std::string_view text);
 
+// As visible(), but for a part of a line: all are written so.
+std::string visibleInLine(std::string_view text);
+
 }  // namespace ControlCharacters
 }  // namespace QorCliEngine
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "output/ControlCharacters.h"
+
 namespace QorCliEngine {
 namespace Layout {
 namespace {
@@ -33,11 +35,6 @@ Character characterAt(std::string const& text, std::size_t position) {
 
 bool isControl(char c) {
   return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-}
-
-std::string withoutControls(std::string text) {
-  std::replace_if(text.begin(), text.end(), isControl, ' ');
-  return text;
 }
 
 std::string padded(std::string const& text, std::size_t cells) {
@@ -101,6 +98,14 @@ std::size_t widest(std::vector<std::string> const& texts) {
   return most;
 }
 
+std::vector<Row> visible(std::vector<Row> rows) {
+  for (Row& row : rows) {
+    row.text = ControlCharacters::visibleInLine(row.text);
+    row.meaning = ControlCharacters::visible(row.meaning);
+  }
+  return rows;
+}
+
 // The width of the first of two columns: what all texts fit in, unless they
 // would leave too little room for the second one.
 std::size_t firstColumn(std::vector<Row> const& rows, std::size_t width) {
@@ -129,7 +134,9 @@ std::string inColumns(std::vector<std::string> const& texts,
                       std::size_t width) {
   std::vector<std::string> clean;
   clean.reserve(texts.size());
-  for (std::string const& text : texts) clean.push_back(withoutControls(text));
+  for (std::string const& text : texts) {
+    clean.push_back(ControlCharacters::visibleInLine(text));
+  }
   std::size_t const cells = widest(clean) + kGap;
   std::size_t const columns =
       std::max<std::size_t>(1, (width - 1 + kGap) / cells);
@@ -145,12 +152,13 @@ std::string inColumns(std::vector<std::string> const& texts,
   return result;
 }
 
-std::string inTwoColumns(std::vector<Row> const& rows, std::size_t width) {
+std::string inTwoColumns(std::vector<Row> const& texts, std::size_t width) {
+  std::vector<Row> const rows = visible(texts);
   std::size_t const first = firstColumn(rows, width);
   std::size_t const second = width - 1 > first ? width - 1 - first : 1;
   std::string result;
   for (Row const& row : rows) {
-    std::string line = withoutControls(row.text);
+    std::string line = row.text;
     if (Layout::width(line) + kGap > first && !row.meaning.empty()) {
       result += line + '\n';
       line = row.continued;

@@ -10,7 +10,7 @@ namespace QorCliEngine {
 // How lists are laid out on a terminal. Widths are numbers of character cells;
 // no line is longer than `width` less 1, for a terminal may go to the next row
 // by itself after the last cell. Texts are in the locale's encoding; control
-// characters in them are laid out as blanks.
+// characters in them are made visible.
 namespace Layout {
 
 constexpr std::size_t kDefaultWidth = 80;

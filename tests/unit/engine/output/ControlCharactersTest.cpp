@@ -37,5 +37,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"\303\033[", "\303^[["}, Row{"\342\202", "\342M-^B"},
                     Row{"\377\233", "\377M-^["}));
 
+TEST(ControlCharactersTest, inALineTheyAllAreVisible) {
+  EXPECT_EQ(ControlCharacters::visibleInLine("a\tb\nc\r\nd\033\302\233"),
+            "a^Ib^Jc^M^Jd^[M-^[");
+}
+
 }  // namespace
 }  // namespace QorCliEngine
