@@ -1,8 +1,7 @@
 #include "diagnostics/Diagnostics.h"
 
-#include <iostream>
-
 #include "diagnostics/TraceWalk.h"
+#include "output/Messages.h"
 
 namespace QorCliEngine {
 
@@ -22,7 +21,7 @@ void Diagnostics::dropTrace() {
 }
 
 void Diagnostics::showTrace() {
-  if (trace_) std::cerr << traceWalk(trace_->take()) << std::flush;
+  if (trace_) Messages::print(traceWalk(trace_->take()));
 }
 
 void Diagnostics::beginStages(std::vector<std::string> const& texts) {
@@ -36,7 +35,7 @@ StageFigures* Diagnostics::figures(std::size_t stage) {
 
 void Diagnostics::endLine() {
   showTrace();
-  if (!stages_.empty()) std::cerr << figuresTable(stages_) << std::flush;
+  if (!stages_.empty()) Messages::print(figuresTable(stages_));
   stages_.clear();
 }
 

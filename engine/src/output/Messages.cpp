@@ -10,7 +10,10 @@ namespace QorCliEngine {
 
 void Messages::show(std::string const& sentence,
                     std::string const& linesBefore) {
-  std::string const text = linesBefore + "qorcli: " + sentence + '\n';
+  print(linesBefore + "qorcli: " + sentence + '\n');
+}
+
+void Messages::print(std::string const& text) {
   bool const atTerminal = ::isatty(STDERR_FILENO) != 0;
   std::cerr << (atTerminal ? ControlCharacters::visible(text) : text)
             << std::flush;

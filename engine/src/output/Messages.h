@@ -13,6 +13,9 @@ namespace Messages {
 // line feeds, if there are any.
 void show(std::string const& sentence, std::string const& linesBefore = "");
 
+// Shows a text of another kind.
+void print(std::string const& text);
+
 }  // namespace Messages
 }  // namespace QorCliEngine
 

@@ -2,10 +2,14 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
+#include <string_view>
 
 #include "output/ControlCharacters.h"
+#include "system/BlockedSignals.h"
 #include "system/EngineErrors.h"
 #include "system/Interrupts.h"
 
@@ -32,6 +36,20 @@ class ClearAtExit {
                        std::strerror(errno));
 }
 
+// Returns how many of `size` bytes can be written at once. Where nobody loses
+// patience, writing may wait.
+std::size_t waitForRoom(int descriptor, std::size_t size) {
+  if (!Interrupts::installed()) return size;
+  for (;;) {
+    BlockedSignals const blocked;
+    if (Interrupts::requested()) throw Interrupted();
+    pollfd request{descriptor, POLLOUT, 0};
+    blocked.wait(&request, 1, -1);
+    // What a pipe says that it can take.
+    if (request.revents != 0) return std::min<std::size_t>(size, PIPE_BUF);
+  }
+}
+
 }  // namespace
 
 void OutputWriter::writeIfFull() {
@@ -50,17 +68,12 @@ std::string OutputWriter::shown() const {
 void OutputWriter::writeTo(int descriptor) {
   ClearAtExit const clear(buffer_);
   if (form_ == Form::kVisible) buffer_ = shown();
-  std::size_t done = 0;
-  while (done < buffer_.size()) {
-    ssize_t const n =
-        ::write(descriptor, buffer_.data() + done, buffer_.size() - done);
-    if (n >= 0) {
-      done += static_cast<std::size_t>(n);
-    } else if (errno != EINTR) {
-      throwWriteError();
-    } else if (Interrupts::requested()) {
-      throw Interrupted();
-    }
+  std::string_view rest = buffer_;
+  while (!rest.empty()) {
+    std::size_t const size = waitForRoom(descriptor, rest.size());
+    ssize_t const n = ::write(descriptor, rest.data(), size);
+    if (n < 0 && errno != EINTR) throwWriteError();
+    if (n > 0) rest.remove_prefix(static_cast<std::size_t>(n));
   }
 }
 

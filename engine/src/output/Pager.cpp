@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include "system/EngineErrors.h"
 #include "system/ProgramFolders.h"
@@ -42,8 +43,10 @@ Pager::Pager(std::string const& command) {
   }
   FileDescriptor const readEnd(ends[0]);
   input_ = FileDescriptor(ends[1]);
-  process_.emplace(std::vector<std::string>{"sh", "-c", command}, readEnd.get(),
-                   STDOUT_FILENO, SIGTERM);  // it restores the terminal then
+  process_.emplace(
+      std::vector<std::string>{"sh", "-c", command},
+      ChildProcess::Streams{readEnd.get(), STDOUT_FILENO, STDERR_FILENO},
+      SIGTERM);  // it restores the terminal then
 }
 
 std::size_t Pager::capacity() const {
@@ -52,11 +55,13 @@ std::size_t Pager::capacity() const {
 
 bool Pager::finish() {
   input_.reset();
-  std::string const failure = process_->wait(false);
-  for (char const* notRun : kNotRun) {
-    if (failure == notRun) return false;
+  try {
+    auto const failure = process_->wait(ChildProcess::EndedBy::kLeaving);
+    return std::none_of(std::begin(kNotRun), std::end(kNotRun),
+                        [&](char const* notRun) { return failure == notRun; });
+  } catch (Interrupted const&) {
+    return true;  // whoever destroys the object ends it
   }
-  return true;
 }
 
 }  // namespace QorCliEngine

@@ -27,8 +27,8 @@ class Pager {
   // How many bytes can be written before the pager reads the first.
   std::size_t capacity() const;
 
-  // Ends the text and waits until the operator leaves the pager. Returns false
-  // when the pager could not be run at all.
+  // Ends the text and waits until the operator leaves the pager, or the engine
+  // is to leave. Returns false when the pager could not be run at all.
   bool finish();
 
  private:

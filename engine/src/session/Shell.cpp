@@ -47,7 +47,8 @@ bool Shell::run() {
   LineEditor editor(session_, completer_, history, screen);
   bool succeeded = true;
   std::string line;
-  while (!session_.isShutDown() && editor.read(line)) {
+  while (!session_.isShutDown() && !Interrupts::leaving() &&
+         editor.read(line)) {
     if (!line.empty()) history.add(line);
     succeeded = runLine(line);
   }

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <utility>
 
+#include "system/BlockedSignals.h"
 #include "system/EngineErrors.h"
 #include "system/Interrupts.h"
 
@@ -51,10 +52,11 @@ Source::State DescriptorReader::read(char* place, std::size_t size,
   throw SourceFailure("cannot read " + name_ + ": " + std::strerror(errno));
 }
 
-void DescriptorReader::wait(int milliseconds) const {
-  pollfd requests[] = {{descriptor_, POLLIN, 0},
-                       {Interrupts::descriptor(), POLLIN, 0}};
-  ::poll(requests, std::size(requests), milliseconds);
+void DescriptorReader::wait(int milliseconds, int other) const {
+  BlockedSignals const blocked;
+  if (Interrupts::requested()) return;
+  pollfd requests[] = {{descriptor_, POLLIN, 0}, {other, POLLIN, 0}};
+  blocked.wait(requests, std::size(requests), milliseconds);
 }
 
 }  // namespace QorCliEngine

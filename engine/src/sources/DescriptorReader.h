@@ -8,14 +8,15 @@
 
 namespace QorCliEngine {
 
-// Reads an open file descriptor as a Source does. The descriptor is not owned.
+// Reads an open file descriptor as a Source does. Descriptors are not owned.
 class DescriptorReader {
  public:
   // `name` stands for the descriptor in messages.
   DescriptorReader(int descriptor, std::string name);
 
   Source::State read(LineChunker& chunker) const;
-  void wait(int milliseconds) const;
+  // Also until `other` is readable, unless that is negative.
+  void wait(int milliseconds, int other = -1) const;
 
   // As read, into `size` bytes at `place`; stores in `count` how many came.
   Source::State read(char* place, std::size_t size, std::size_t& count) const;

@@ -14,6 +14,9 @@ namespace QorCliEngine {
 
 // The standard output of a program, which is started with the source and has
 // no standard input. Ending with anything but exit status 0 is a failure.
+//
+// What the program says on standard error goes to the engine's; at a terminal,
+// control characters in it are made visible.
 class ProcessSource : public Source {
  public:
   // `words`: the program and its arguments, at least one.
@@ -25,9 +28,12 @@ class ProcessSource : public Source {
   void finish() override;
 
  private:
+  void showErrors();
+
   std::vector<std::string> words_;
   // In this order: the pipe is closed after the program has ended.
   FileDescriptor output_;
+  FileDescriptor errors_;  // none where they need no look
   std::optional<DescriptorReader> reader_;
   std::optional<ChildProcess> process_;
 };

@@ -2,41 +2,24 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <iterator>
 
+#include "system/BlockedSignals.h"
 #include "system/EngineErrors.h"
-#include "system/FileDescriptor.h"
 #include "system/Interrupts.h"
 
 namespace QorCliEngine {
 namespace {
 
-constexpr int kGracePolls = 50;
-constexpr useconds_t kGracePollInterval = 10'000;  // microseconds
-
-// Blocks every signal while it lives: none is to reach a child that still has
-// the engine's handlers.
-class BlockedSignals {
- public:
-  BlockedSignals() {
-    sigset_t all;
-    sigfillset(&all);
-    sigprocmask(SIG_SETMASK, &all, &before_);
-  }
-  ~BlockedSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-  BlockedSignals(BlockedSignals const&) = delete;
-  BlockedSignals& operator=(BlockedSignals const&) = delete;
-
-  sigset_t const& before() const { return before_; }
-
- private:
-  sigset_t before_;
-};
+constexpr int kGraceLooks = 50;
+constexpr int kLookInterval = 10;  // milliseconds
 
 // What follows is called between fork and exec, where only functions that a
 // signal handler may call are allowed.
@@ -52,10 +35,12 @@ void resetSignals(sigset_t mask) {
   sigprocmask(SIG_SETMASK, &mask, nullptr);
 }
 
-[[noreturn]] void becomeProgram(char* const* arguments, int input, int output,
+[[noreturn]] void becomeProgram(char* const* arguments,
+                                ChildProcess::Streams const& streams,
                                 int failure) {
-  ::dup2(input, STDIN_FILENO);
-  ::dup2(output, STDOUT_FILENO);
+  ::dup2(streams.input, STDIN_FILENO);
+  ::dup2(streams.output, STDOUT_FILENO);
+  ::dup2(streams.errors, STDERR_FILENO);
   ::execvp(arguments[0], arguments);
   int const error = errno;
   ssize_t const written = ::write(failure, &error, sizeof error);
@@ -77,6 +62,11 @@ int errorFrom(int descriptor) {
   return error;
 }
 
+// The C library of Debian 12 declares its function for C only.
+int openProcess(pid_t pid) {
+  return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
+}
+
 std::string describe(int status) {
   if (WIFSIGNALED(status)) {
     int const signal = WTERMSIG(status);
@@ -89,15 +79,15 @@ std::string describe(int status) {
 
 }  // namespace
 
-ChildProcess::ChildProcess(std::vector<std::string> const& words, int input,
-                           int output, int orphanSignal) {
+ChildProcess::ChildProcess(std::vector<std::string> const& words,
+                           Streams const& streams, int orphanSignal) {
   std::vector<char*> arguments;
   arguments.reserve(words.size() + 1);
   for (std::string const& word : words) {
     arguments.push_back(const_cast<char*>(word.c_str()));
   }
   arguments.push_back(nullptr);
-  int const error = start(arguments.data(), input, output, orphanSignal);
+  int const error = start(arguments.data(), streams, orphanSignal);
   if (error != 0) {
     throw SourceFailure("cannot run \"" + words.front() +
                         "\": " + std::strerror(error));
@@ -105,7 +95,7 @@ ChildProcess::ChildProcess(std::vector<std::string> const& words, int input,
 }
 
 // Returns 0, or the number of the error.
-int ChildProcess::start(char* const* arguments, int input, int output,
+int ChildProcess::start(char* const* arguments, Streams const& streams,
                         int orphanSignal) {
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC) != 0) return errno;
@@ -113,18 +103,21 @@ int ChildProcess::start(char* const* arguments, int input, int output,
   FileDescriptor writeEnd(ends[1]);
   pid_t const engine = ::getpid();
   {
+    // None is to reach a child that still has the engine's handlers.
     BlockedSignals const blocked;
     pid_ = ::fork();
     if (pid_ < 0) return errno;
     if (pid_ == 0) {
       endWithParent(engine, orphanSignal);
       resetSignals(blocked.before());
-      becomeProgram(arguments, input, output, writeEnd.get());
+      becomeProgram(arguments, streams, writeEnd.get());
     }
   }
+  // Without one, wait() looks again and again.
+  ended_ = FileDescriptor(openProcess(pid_));
   writeEnd.reset();
   int const error = errorFrom(readEnd.get());
-  if (error != 0) wait(false);
+  if (error != 0) wait(EndedBy::kLeaving);
   return error;
 }
 
@@ -136,24 +129,31 @@ ChildProcess::~ChildProcess() {
   while (::waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) continue;
 }
 
-std::string ChildProcess::wait(bool interruptible) {
-  int status = 0;
-  while (::waitpid(pid_, &status, 0) < 0) {
-    if (errno != EINTR) {
-      pid_ = 0;
+std::optional<std::string> ChildProcess::wait(EndedBy endedBy, int descriptor) {
+  for (;;) {
+    BlockedSignals const blocked;
+    int status = 0;
+    pid_t const ended = ::waitpid(pid_, &status, WNOHANG);
+    if (ended != 0) pid_ = 0;
+    if (ended > 0) return describe(status);
+    if (ended < 0) {
       return std::string("unknown exit status: ") + std::strerror(errno);
     }
-    if (interruptible && Interrupts::requested()) throw Interrupted();
+    bool const givenUp = endedBy == EndedBy::kInterrupt
+                             ? Interrupts::requested()
+                             : Interrupts::leaving();
+    if (givenUp) throw Interrupted();
+    pollfd requests[] = {{ended_.get(), POLLIN, 0}, {descriptor, POLLIN, 0}};
+    blocked.wait(requests, std::size(requests), ended_ ? -1 : kLookInterval);
+    if (requests[1].revents != 0) return std::nullopt;
   }
-  pid_ = 0;
-  return describe(status);
 }
 
 bool ChildProcess::endsInTime() {
-  for (int i = 0; i < kGracePolls; ++i) {
+  for (int i = 0; i < kGraceLooks; ++i) {
     int status = 0;
     if (::waitpid(pid_, &status, WNOHANG) != 0) return true;
-    ::usleep(kGracePollInterval);
+    ::usleep(kLookInterval * 1000);
   }
   return false;
 }

@@ -6,7 +6,9 @@ namespace QorCliEngine {
 // The signals that reach an interactive engine, turned into flags.
 //
 // Until install() is called, signals have their ordinary effect and no flag is
-// ever set. Afterwards they only interrupt waiting system calls. One thread.
+// ever set. Afterwards they only interrupt waiting system calls; one that comes
+// between looking at a flag and the call is not lost where both stand under
+// BlockedSignals. One thread.
 class Interrupts {
  public:
   // Catches SIGINT, SIGTERM, SIGHUP, SIGWINCH and SIGCONT.
@@ -22,10 +24,8 @@ class Interrupts {
   // Whether the engine is to end: SIGTERM or SIGHUP has come. Never reset.
   static bool leaving();
 
-  // A file descriptor that is readable while requested() holds; negative
-  // before install(). To be waited for together with what else is: a signal
-  // may come just before a system call begins to wait.
-  static int descriptor();
+  // Whether any of the signals has come and has not been forgotten.
+  static bool pending();
 
   // Forgets SIGWINCH (the terminal has another size) or SIGCONT (the engine
   // runs again after a stop); returns whether it had come.

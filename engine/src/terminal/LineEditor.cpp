@@ -15,8 +15,10 @@
 #include "commands/PathNode.h"
 #include "output/Layout.h"
 #include "output/Terminal.h"
+#include "system/BlockedSignals.h"
 #include "system/EngineErrors.h"
 #include "system/Interrupts.h"
+#include "terminal/CrashGuard.h"
 #include "terminal/EditLibrary.h"
 #include "terminal/KeySequences.h"
 
@@ -25,6 +27,7 @@ namespace {
 
 constexpr char kPasteModeOn[] = "\033[?2004h";
 constexpr char kPasteModeOff[] = "\033[?2004l";
+constexpr char kFarewell[] = "\033[?2004l\r\n";
 constexpr wchar_t kControlC = 3;
 constexpr wchar_t kControlG = 7;
 constexpr wchar_t kControlR = 18;
@@ -80,6 +83,14 @@ bool isControl(wchar_t character) {
 // What a pasted character becomes in a line: nothing that would end or edit it.
 wchar_t pasted(wchar_t character) {
   return character != L'\t' && isControl(character) ? L' ' : character;
+}
+
+// Waits for something to read; returns false when a signal comes instead.
+bool awaitInput() {
+  BlockedSignals const blocked;
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  if (!Interrupts::pending()) blocked.wait(&input, 1, -1);
+  return input.revents != 0;
 }
 
 // Whether there is more to read at once.
@@ -202,6 +213,7 @@ void LineEditor::bindKeys() {
 }
 
 bool LineEditor::read(std::string& line) {
+  CrashGuard const guard(::fileno(screen_), kFarewell);
   // Before the library would, which is after it shows the prompt: what comes
   // in between would be taken for input of a program.
   edit().el_set(editor_, EL_PREP_TERM, 1);
@@ -478,6 +490,7 @@ bool LineEditor::readCharacter(wchar_t& character) {
     if (Interrupts::takeResized()) edit().el_resize(editor_);
     character = kControlC;
     if (Interrupts::take()) return true;
+    if (!awaitInput()) continue;
     char byte = 0;
     ssize_t const count = ::read(STDIN_FILENO, &byte, 1);
     if (count == 0 || (count < 0 && errno != EINTR)) return false;

@@ -9,9 +9,9 @@ namespace QorCliEngine {
 namespace {
 
 std::string endOf(std::string const& program) {
-  return ChildProcess({"sh", "-c", program}, STDIN_FILENO, STDOUT_FILENO,
-                      SIGKILL)
-      .wait(false);
+  return *ChildProcess({"sh", "-c", program},
+                       {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}, SIGKILL)
+              .wait(ChildProcess::EndedBy::kLeaving);
 }
 
 TEST(ChildProcessTest, wait) {
