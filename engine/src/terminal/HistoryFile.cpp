@@ -12,8 +12,8 @@
 #include <memory>
 #include <new>
 #include <system_error>
+#include <vector>
 
-#include "system/Interrupts.h"
 #include "terminal/EditLibrary.h"
 
 namespace QorCliEngine {
@@ -24,6 +24,10 @@ namespace fs = std::filesystem;
 constexpr char kName[] = "history";
 constexpr char kNewName[] = "history.new";
 constexpr int kCareful = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+constexpr int kLockTries = 40;
+constexpr useconds_t kLockInterval = 5'000;   // microseconds
+constexpr std::size_t kLongestCharacter = 4;  // bytes in the file, encoded
+constexpr std::size_t kHeadingSize = 64;      // bytes, and more
 constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 
 EditLibrary const& edit() { return EditLibrary::get(); }
@@ -53,26 +57,30 @@ FileDescriptor openFolder() {
   return usable ? std::move(folder) : FileDescriptor();
 }
 
-// Holds the lock while it lives. The folder and not the file is locked: the
-// file is replaced while others wait.
+// Holds the lock while it lives, if it could be had: a session must not hang
+// because another one does, or the file system knows no locks. The folder and
+// not the file is locked: the file is replaced while others wait.
 class Lock {
  public:
   explicit Lock(int folder) : folder_(folder) {
-    int result = 0;
-    while ((result = ::flock(folder_, LOCK_EX)) != 0 && errno == EINTR &&
-           !Interrupts::requested()) {
+    for (int i = 0; i < kLockTries && !(held_ = tryLock()); ++i) {
+      if (errno != EWOULDBLOCK && errno != EINTR) break;
+      ::usleep(kLockInterval);
     }
-    held_ = result == 0;
   }
-  ~Lock() { ::flock(folder_, LOCK_UN); }
+  ~Lock() {
+    if (held_) ::flock(folder_, LOCK_UN);
+  }
   Lock(Lock const&) = delete;
   Lock& operator=(Lock const&) = delete;
 
   explicit operator bool() const { return held_; }
 
  private:
+  bool tryLock() const { return ::flock(folder_, LOCK_EX | LOCK_NB) == 0; }
+
   int folder_;
-  bool held_;
+  bool held_ = false;
 };
 
 struct CloseFile {
@@ -153,12 +161,13 @@ FileDescriptor HistoryFile::open() const {
 void HistoryFile::load(::History* history, int mostLines) {
   if (!folder_) return;
   Lock const lock(folder_.get());
-  FileDescriptor const file = lock ? open() : FileDescriptor();
+  FileDescriptor const file = open();
   if (!file) return folder_.reset();
   if (sizeOf(file.get()) == 0) return;
   int const lines = read(history, file.get());
   if (lines < 0) return folder_.reset();
-  if (lines > 2 * mostLines) replace(history);
+  // What others add meanwhile would be lost.
+  if (lock && lines > 2 * mostLines) replace(history);
 }
 
 bool HistoryFile::replace(::History* history) const {
@@ -175,8 +184,11 @@ bool HistoryFile::replace(::History* history) const {
 void HistoryFile::append(std::string const& line) {
   if (!folder_) return;
   Lock const lock(folder_.get());
-  File const file = lock ? asFile(open(), "a") : File();
+  // Written at once, so that not even without the lock a line is broken.
+  std::vector<char> block(kLongestCharacter * line.size() + kHeadingSize);
+  File const file = asFile(open(), "a");
   if (!file) return;
+  std::setvbuf(file.get(), block.data(), _IOFBF, block.size());
   off_t const size = sizeOf(::fileno(file.get()));
   if (endsInsideLine(::fileno(file.get()), size)) std::fputc('\n', file.get());
   // Where the library is at the beginning of a file, it writes a heading.

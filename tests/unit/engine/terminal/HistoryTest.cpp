@@ -1,8 +1,12 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -12,6 +16,21 @@
 
 #include "terminal/EditLibrary.h"
 #include "terminal/History.h"
+
+namespace {
+
+bool noLocks = false;
+
+}  // namespace
+
+// In place of the C library's.
+extern "C" int flock(int descriptor, int operation) {
+  if (!noLocks) {
+    return static_cast<int>(::syscall(SYS_flock, descriptor, operation));
+  }
+  errno = ENOLCK;
+  return -1;
+}
 
 namespace QorCliEngine {
 namespace {
@@ -83,13 +102,13 @@ TEST_F(HistoryTest, twoSessionsAtOnceLoseNothing) {
   EXPECT_EQ(kept(), Lines({"first of one", "first of two", "second of one"}));
 }
 
-TEST_F(HistoryTest, tenSessionsAtOnceLoseNothingAndBreakNoLine) {
+// Ten sessions at once, each with fifty lines of more than `size` bytes.
+void runSessions(std::size_t size) {
   constexpr int kSessions = 10;
   constexpr int kLines = 50;
-  auto const lineOf = [](int session, int line) {
-    // Longer than what a stream writes at once.
+  auto const lineOf = [size](int session, int line) {
     return std::to_string(session) + ' ' + std::to_string(line) + ' ' +
-           std::string(5000, static_cast<char>('a' + session));
+           std::string(size, static_cast<char>('a' + session));
   };
   std::vector<pid_t> sessions;
   for (int session = 0; session < kSessions; ++session) {
@@ -110,6 +129,53 @@ TEST_F(HistoryTest, tenSessionsAtOnceLoseNothingAndBreakNoLine) {
   EXPECT_TRUE(found == expected);
 }
 
+TEST_F(HistoryTest, tenSessionsAtOnceLoseNothingAndBreakNoLine) {
+  runSessions(10);
+  fs::remove(file());
+  // Longer than what a stream writes at once.
+  runSessions(5000);
+}
+
+TEST_F(HistoryTest, aLockThatAnotherKeepsIsNotWaitedForLong) {
+  makeFile("_HiStOrY_V2_\nkept\n");
+  int const other = ::open(folder().c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(::flock(other, LOCK_EX), 0);
+  ::alarm(10);
+  History history;
+  history.add("mine");
+  ::alarm(0);
+  ::close(other);
+  EXPECT_EQ(linesOf(history), Lines({"kept", "mine"}));
+  EXPECT_EQ(kept(), Lines({"kept", "mine"}));
+}
+
+TEST_F(HistoryTest, whereThereAreNoLocksLinesAreKept) {
+  noLocks = true;
+  History history;
+  history.add("mine");
+  EXPECT_EQ(kept(), Lines({"mine"}));
+  noLocks = false;
+}
+
+TEST_F(HistoryTest, withoutTheLockAFileIsNotReplaced) {
+  std::string text = "_HiStOrY_V2_\n";
+  for (int i = 0; i <= 2 * History::kMostLines; ++i) text += "line\n";
+  makeFile(text);
+  noLocks = true;
+  History();
+  noLocks = false;
+  EXPECT_EQ(fs::file_size(file()), text.size());
+}
+
+// Longer than what a stream writes at once, in sessions that do not wait for
+// each other.
+TEST_F(HistoryTest, withoutTheLockNoLineIsBroken) {
+  makeFile("_HiStOrY_V2_\n");
+  noLocks = true;
+  runSessions(5000);
+  noLocks = false;
+}
+
 TEST_F(HistoryTest, aFileThatHasGrownIsCutDownToTheNewestLines) {
   constexpr int kMost = History::kMostLines;
   std::string text = "_HiStOrY_V2_\n";
@@ -120,6 +186,7 @@ TEST_F(HistoryTest, aFileThatHasGrownIsCutDownToTheNewestLines) {
   History().add("one more");
   EXPECT_EQ(kept().front(), std::to_string(kMost + 2));
   EXPECT_LT(fs::file_size(file()), text.size());
+  EXPECT_EQ(permissions(file()), 0600U);
   Lines const lines = kept();
   EXPECT_EQ(lines.size(), std::size_t{kMost});
   EXPECT_EQ(lines.back(), "one more");
