@@ -51,7 +51,7 @@ KEYS = {
     "Tab": "\t", "Enter": "\r", "Space": " ", "lt": "<", "Backspace": "\x7f",
     "Left": "\033[D", "Right": "\033[C", "Up": "\033[A", "Down": "\033[B",
     "Paste": "\033[200~", "EndPaste": "\033[201~", "LineFeed": "\n",
-    "Esc": "\033",
+    "Esc": "\033", "CSI": "\u009b",
 }
 
 

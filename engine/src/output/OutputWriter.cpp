@@ -60,6 +60,11 @@ void OutputWriter::flush() { writeTo(STDOUT_FILENO); }
 
 void OutputWriter::finish() { flush(); }
 
+void OutputWriter::drop() {
+  buffer_.clear();
+  finish();
+}
+
 std::string OutputWriter::shown() const {
   return form_ == Form::kVisible ? ControlCharacters::visible(buffer_)
                                  : buffer_;

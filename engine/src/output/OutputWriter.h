@@ -31,6 +31,9 @@ class OutputWriter {
   // Writes the buffer: the command's output has ended.
   virtual void finish();
 
+  // As finish(), but what has not been written is not wanted any more.
+  virtual void drop();
+
  protected:
   // Writes the buffer to a file descriptor and empties it.
   void writeTo(int descriptor);

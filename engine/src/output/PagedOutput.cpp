@@ -38,7 +38,7 @@ void PagedOutput::writeIfFull() {
 }
 
 void PagedOutput::flush() {
-  if (!pager_) direct_ = !buffer().empty() || direct_;
+  if (!pager_) direct_ = true;
   writeIfFull();
 }
 
@@ -50,6 +50,12 @@ void PagedOutput::finish() {
   if (complaint_.empty()) return;
   Messages::show(complaint_ + "; output is no longer paged");
   complaint_.clear();
+}
+
+void PagedOutput::drop() {
+  begun_ = true;
+  unread_.clear();
+  OutputWriter::drop();
 }
 
 void PagedOutput::startPager() {

@@ -23,6 +23,7 @@ class PagedOutput : public OutputWriter {
   void flush() override;
   // Waits until the operator leaves the pager, if one was needed.
   void finish() override;
+  void drop() override;
 
  private:
   void startPager();

@@ -75,8 +75,7 @@ bool CommandRunner::run(std::string const& line) {
     diagnostics_.showTrace();
     Messages::show(failure.what(), failure.lines());
   } catch (Interrupted const&) {
-    output_.buffer().clear();
-    output_.finish();
+    output_.drop();
   }
   return false;
 }

@@ -36,6 +36,7 @@ constexpr wchar_t kControlV = 22;
 constexpr wchar_t kInsertWaiting[] = L"\033[waiting";
 constexpr wchar_t kCloseQuote[] = L"\033[quote";
 constexpr wchar_t kShowSearch[] = L"\033[search";
+constexpr wchar_t kAboveControls = 0xA0;  // behind those from 0x80 on
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::size_t kTabStop = 8;  // cells
 
@@ -47,7 +48,8 @@ std::size_t cellsBehind(std::size_t from, std::string const& text) {
   std::size_t cells = from;
   std::string run;
   for (char c : text) {
-    bool const control = static_cast<unsigned char>(c) < ' ';
+    bool const control = static_cast<unsigned char>(c) < ' ' ||
+                         c == static_cast<char>(KeySequences::kDelete);
     if (!control) {
       run += c;
       continue;
@@ -77,7 +79,8 @@ void append(std::string& text, wchar_t character) {
 }
 
 bool isControl(wchar_t character) {
-  return character < L' ' || character == KeySequences::kDelete;
+  return character < L' ' ||
+         (character >= KeySequences::kDelete && character < kAboveControls);
 }
 
 // What a pasted character becomes in a line: nothing that would end or edit it.

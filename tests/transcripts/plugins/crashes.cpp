@@ -1,4 +1,5 @@
-// Crashes where it is asked to: while it runs, or completes.
+// Crashes where it is asked to: while it runs, or completes; or prints its
+// input and interrupts the engine.
 
 #include <csignal>
 #include <cstdlib>
@@ -15,14 +16,19 @@ int overflow(int depth) {
   return depth < 0 ? 0 : overflow(depth + 1) + room[0];
 }
 
-QorReturnT useModule(QorCliApiContext_5*, unsigned action, unsigned,
-                     unsigned* matches, char const* commandLine,
-                     char const* input) {
+QorReturnT useModule(QorCliApiContext_5* context, unsigned action,
+                     unsigned actionId, unsigned* matches,
+                     char const* commandLine, char const* input) {
   std::string const line = commandLine;
   bool const runs = action == QOR_CLI_ACTION_EXECUTE;
   if (runs && line == "crash") {
     ++*matches;
     if (*input != '\0') std::raise(SIGSEGV);
+  }
+  if (runs && line == "interrupt") {
+    ++*matches;
+    context->setOutput(context, 0, 1, actionId, input);
+    if (*input != '\0') std::raise(SIGINT);
   }
   if (runs) return 0;
   if (line == "crash ") std::raise(SIGSEGV);
