@@ -50,9 +50,9 @@ void LineCutter::add(std::string_view chunk, TextProcessor& processor,
                      Printer& printer) {
   std::size_t begin = 0;
   if (!partialLine_.empty()) {
-    begin = std::min(chunk.find('\n'), chunk.size() - 1) + 1;
-    partialLine_.append(chunk.substr(0, begin));
-    if (partialLine_.back() != '\n') return;
+    begin = chunk.find('\n') + 1;  // 0: there is none
+    partialLine_.append(begin == 0 ? chunk : chunk.substr(0, begin));
+    if (begin == 0) return;
     processor.text(partialLine_, printer);
   }
   std::size_t const end = chunk.rfind('\n') + 1;  // 0: there is none

@@ -260,6 +260,24 @@ TEST_F(Building, DeletesEveryNodeOnceAfterItsChildren) {
   EXPECT_EQ(calls, (Calls{"delete z", "delete y", "delete w", "delete x"}));
 }
 
+// Writes down how many children its destructor sees.
+class ParentNode : public TestNode {
+ public:
+  ParentNode(char const* keyword, std::vector<std::size_t>& seen, Calls& calls)
+      : TestNode({keyword}, calls), seen_(seen) {}
+  ~ParentNode() override { seen_.push_back(children().size()); }
+
+ private:
+  std::vector<std::size_t>& seen_;
+};
+
+TEST_F(Building, ADestructorSeesNoDeletedChildren) {
+  std::vector<std::size_t> seen;
+  tree.addPathToTree({new ParentNode("x", seen, calls), node({"y"})});
+  tree.deleteTree();
+  EXPECT_EQ(seen, std::vector<std::size_t>{0});
+}
+
 TEST_F(Building, DeletesNodesOfEveryClass) {
   add({"a", "b"});
   tree.addPathToTree({new NamedCommandNode(&command, 1, calls)});

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <string>
 
 #include "CliErrors.h"
@@ -81,6 +82,20 @@ TEST(CliErrors, CountsAreUnsignedDecimals) {
             "parameters");
   EXPECT_EQ(tooFewArgumentsForAction("a", 0, ""),
             "Too few arguments for action (a) that takes 0 parameters ");
+}
+
+struct Grouping : std::numpunct<char> {
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(CliErrors, CountsAreNotGroupedInAnyLocale) {
+  std::locale const before =
+      std::locale::global(std::locale(std::locale(), new Grouping));
+  std::string const message = tooManyArgumentsForAction("a", 1000000);
+  std::locale::global(before);
+  EXPECT_EQ(message,
+            "Too many arguments for action (a) that takes 1000000 parameters");
 }
 
 TEST(CliErrors, ArgumentsAreInsertedVerbatim) {
