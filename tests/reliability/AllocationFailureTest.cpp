@@ -54,10 +54,11 @@ struct Outcome {
   std::int32_t status;
 };
 
-Outcome callFailingAt(int number, std::function<std::int32_t()> const& call) {
+Outcome callFailingAt(int number, std::function<std::int32_t()> const& call,
+                      bool andAllLater = false) {
   Outcome outcome{false, false, 0};
   transcript.clear();
-  failAllocation(number);
+  failAllocation(number, andAllLater);
   try {
     outcome.status = call();
   } catch (std::bad_alloc const&) {
@@ -224,6 +225,7 @@ class InitialisedLibrary : public AllocationFailure {
   }
 
   bool onThread_ = false;  // whether to call on another thread
+  bool lasting_ = false;   // whether all later allocations fail, too
   // When memory runs out, RE2 leaks, since it is not exception-safe. Sometimes
   // it reports that on standard error.
   bool mayLeak_ = false;
@@ -237,9 +239,10 @@ class InitialisedLibrary : public AllocationFailure {
   static int step(int number) { return isSlowRun() && number > 100 ? 9 : 1; }
 
   Outcome outcomeOf(int number, std::function<std::int32_t()> const& call) {
-    if (!onThread_) return callFailingAt(number, call);
+    if (!onThread_) return callFailingAt(number, call, lasting_);
     Outcome outcome{};
-    runOnStackOf(kThreadStack, [&] { outcome = callFailingAt(number, call); });
+    runOnStackOf(kThreadStack,
+                 [&] { outcome = callFailingAt(number, call, lasting_); });
     return outcome;
   }
 
@@ -273,6 +276,17 @@ constexpr char const* kFilters[] = {
 };
 
 TEST_F(InitialisedLibrary, Executes) {
+  for (char const* command : kFilters) {
+    SCOPED_TRACE(command);
+    mayLeak_ = command == kLinearFilter;
+    EXPECT_GT(failEach([&] { use(kExecute, command, kBeginning); },
+                       [&] { return use(kExecute, command, kRest); }, kKept),
+              10);
+  }
+}
+
+TEST_F(InitialisedLibrary, FailsWhereNoMemoryComesBack) {
+  lasting_ = true;
   for (char const* command : kFilters) {
     SCOPED_TRACE(command);
     mayLeak_ = command == kLinearFilter;

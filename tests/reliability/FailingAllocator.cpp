@@ -12,11 +12,13 @@ namespace {
 
 // Plain variables, since the allocator is used before any constructor runs.
 int countdown = 0;  // allocations until one fails; 0: none fails
+bool lasting = false;
 bool reached = false;
 long outstanding = 0;
 
 bool mustFail() {
   if (countdown == 0 || --countdown != 0) return false;
+  if (lasting) countdown = 1;
   reached = true;
   errno = ENOMEM;
   return true;
@@ -33,8 +35,9 @@ void countFreed(void const* block) {
 
 }  // namespace
 
-void failAllocation(int number) {
+void failAllocation(int number, bool andAllLater) {
   countdown = number;
+  lasting = andAllLater;
   reached = false;
 }
 

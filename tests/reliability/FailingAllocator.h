@@ -9,8 +9,9 @@ namespace qor_test {
 // Counts are those of the whole program. Only one thread may allocate at a
 // time.
 
-// From now on, only the allocation with this number, counted from 1, fails.
-void failAllocation(int number);
+// From now on, the allocation with this number, counted from 1, fails; with
+// `andAllLater`, so do all later ones.
+void failAllocation(int number, bool andAllLater = false);
 
 // Ends that. Returns whether the allocation was reached.
 bool stopFailing();
