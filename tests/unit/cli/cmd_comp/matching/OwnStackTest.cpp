@@ -42,10 +42,10 @@ std::uintptr_t distance(std::uintptr_t a, std::uintptr_t b) {
 }
 
 // Whether `onOwnStack` offers room for a deep recursion.
-bool recursesDeeply() {
+bool recursesDeeply(std::size_t bytes = 4 * kMiB) {
   std::size_t pages = 0;
-  onOwnStack([&] { pages = useStack(4 * kMiB); });
-  return pages > 4 * kMiB / (4 * kKiB);
+  onOwnStack([&] { pages = useStack(bytes); });
+  return pages > bytes / (4 * kKiB);
 }
 
 TEST(OwnStack, DiffersFromTheCallers) {
@@ -157,6 +157,11 @@ TEST(OwnStack, KeepsTheExceptionBeingHandled) {
 // ---- Callers with little stack
 
 TEST(OwnStack, AllowsDeepRecursion) { EXPECT_TRUE(recursesDeeply()); }
+
+// Of 64 MiB, or 16; less, for frames take more than they use.
+TEST(OwnStack, IsAsLargeAsPromised) {
+  EXPECT_TRUE(recursesDeeply((sizeof(void*) == 8 ? 40 : 10) * kMiB));
+}
 
 TEST(OwnStack, AllowsDeepRecursionOnASmallThreadStack) {
   bool enough = false;
