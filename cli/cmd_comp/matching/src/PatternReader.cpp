@@ -121,7 +121,7 @@ Item withoutQuantifier(std::string_view text) {
   // \x{41} is a character, not a quantifier.
   if (text.substr(1, 2) == "x{") return {Kind::kUnknown, text, {}};
   std::size_t size = 2;
-  while (text[1] == 'x' && size < std::min<std::size_t>(4, text.size()) &&
+  while (text[1] == 'x' && size < text.size() &&
          isOneOf(text[size], "0123456789ABCDEFabcdef")) {
     ++size;
   }
