@@ -175,6 +175,7 @@ INSTANTIATE_TEST_SUITE_P(
     Patterns, Irregular,
     testing::Values(ReasonRow{"(a)\\1", "a back reference"},
                     ReasonRow{"()()()()()()()()(a)\\9", "a back reference"},
+                    ReasonRow{"[[:a]", "an uncommon class"},
                     ReasonRow{"(?>a)b", "an atomic group"},
                     ReasonRow{"a++b", "a possessive quantifier"},
                     ReasonRow{"a{1,2}+b", "a possessive quantifier"},
