@@ -54,8 +54,3 @@ endif()
 if(QOR_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
-
-if(QOR_ILP32)
-  add_compile_options(-m32)
-  add_link_options(-m32)
-endif()

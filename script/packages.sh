@@ -21,16 +21,15 @@ fuzz_packages=(clang libclang-rt-dev libgtest-dev libgmock-dev
   "${build_packages[@]}")
 valgrind_packages=(valgrind "${test_packages[@]}")
 
-# What the 32-bit build needs: compilers, GoogleTest's sources, and the headers of
-# the libraries.
-ilp32_packages=(g++-multilib googletest "${test_packages[@]}")
-
-# The libraries of a foreign architecture, one to a line: those whose headers are
-# installed, in the same versions of their interfaces.
-foreign_libraries() {
-  dpkg-query --showformat '${Depends}\n' --show libpoco-dev libpcre2-dev \
-    libre2-dev libedit-dev | tr -s ', ' '\n' |
-    grep -Ex '(libpocofoundation|libpcre2-8-|libre2-|libedit)[0-9]+(t64)?'
+# The GNU name of a foreign Debian architecture.
+foreign_triplet() { # ARCH
+  case $1 in
+    i386) echo i686-linux-gnu ;;
+    armhf) echo arm-linux-gnueabihf ;;
+    arm64) echo aarch64-linux-gnu ;;
+    s390x) echo s390x-linux-gnu ;;
+    *) echo "unknown architecture: $1" >&2; return 1 ;;
+  esac
 }
 
 # What a bare Debian needs.
