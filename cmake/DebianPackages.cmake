@@ -116,6 +116,17 @@ file(WRITE ${documents}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_COMMON_PACKAGE_CONTROL_EXTRA ${documents}/shlibs
                                               ${documents}/triggers)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${common_folder})
+if(CMAKE_CROSSCOMPILING)
+  # What they depend on is said by the packages of that architecture.
+  set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${QOR_ARCHITECTURE})
+  list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+       ${CMAKE_SYSROOT}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}
+       ${CMAKE_SYSROOT}/lib/${CMAKE_LIBRARY_ARCHITECTURE})
+  set(CPACK_PROJECT_CONFIG_FILE ${documents}/foreign.cmake)
+  file(WRITE ${CPACK_PROJECT_CONFIG_FILE}
+       "set(ENV{DEB_HOST_ARCH} ${QOR_ARCHITECTURE})
+set(ENV{DPKG_ADMINDIR} ${CMAKE_SYSROOT}/var/lib/dpkg)\n")
+endif()
 foreach(component COMMON PLUGIN TEXT ENGINE)
   set(CPACK_DEBIAN_${component}_PACKAGE_SHLIBDEPS ON)
 endforeach()
