@@ -86,7 +86,9 @@ bool isSlowRun() {
 }
 
 void runOnStackOf(std::size_t size, std::function<void()> const& function) {
-  Stack const stack(size * kStackScale);
+  // Some processors' threads need more: 128 KiB on 64-bit Arm.
+  auto const least = static_cast<std::size_t>(PTHREAD_STACK_MIN);
+  Stack const stack(std::max(size * kStackScale, least));
   Work work{function, nullptr};
   pthread_attr_t attributes;
   require(pthread_attr_init(&attributes) == 0, "no thread attributes");

@@ -26,7 +26,7 @@ bool isSlowRun();
 // Calls `work` on a new thread with `size` bytes of stack, waits for it, and
 // rethrows what it throws. A guard region below the stack ends the program on
 // overflow. `size` is a multiple of the page size; with AddressSanitizer, the
-// stack is eight times larger.
+// stack is eight times larger, and it is at least PTHREAD_STACK_MIN bytes.
 void runOnStackOf(std::size_t size, std::function<void()> const& work);
 
 // The same on this thread, on a coroutine's stack.
