@@ -336,6 +336,7 @@ TEST(FilterTree, CompletesAndHelpsLines) {
       {"filter --invert --", "<cr>:2", "<cr>:2"},
       {"filter --after 5", "<cr>:2", "<cr>:2"},
       {"filter --after 5 ", "<cr>:2", "<cr>:2"},
+      {"filter --after x", "<cr>:2", "<cr>:2"},
       {"filter -i abc", "<cr>:2", "<cr>:2"},
   };
   QorUnit::RecordingContext session;
