@@ -14,19 +14,21 @@ target_compile_options(
             # Coverage has to find the files, though.
             $<IF:$<BOOL:${QOR_COVERAGE}>,-fmacro-prefix-map,-ffile-prefix-map>=${CMAKE_SOURCE_DIR}/=)
 
-# What makes a defect harder to exploit. Sanitizers bring checks of their own,
-# and fortified functions would hide from them. A level of fortification that
-# whoever builds asks for stands.
+# How what ships is compiled beyond that: so that a defect is harder to exploit.
+# Sanitizers bring checks of their own, and fortified functions would hide from them.
+# A level of fortification that whoever builds asks for stands.
+add_library(qor_shipped_options INTERFACE)
+target_link_libraries(qor_shipped_options INTERFACE qor_project_options)
 if(NOT QOR_SANITIZE)
-  target_compile_options(qor_project_options INTERFACE -fstack-protector-strong)
+  target_compile_options(qor_shipped_options INTERFACE -fstack-protector-strong)
   if(NOT CMAKE_CXX_FLAGS MATCHES _FORTIFY_SOURCE)
     target_compile_options(
-      qor_project_options
+      qor_shipped_options
       INTERFACE $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
                 $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
   endif()
 endif()
-target_link_options(qor_project_options INTERFACE -Wl,-z,relro -Wl,-z,now
+target_link_options(qor_shipped_options INTERFACE -Wl,-z,relro -Wl,-z,now
                     -Wl,-z,noexecstack)
 
 if(QOR_SANITIZE)
