@@ -19,10 +19,33 @@ namespace {
 constexpr std::size_t kMostExpected = 10;  // words
 constexpr std::size_t kIndent = 2;         // cells
 
+// What stands before a stage that is not the first one of its line.
+constexpr char kLaterStage[] = "| ";
+
 constexpr char kPipeHelp[] = "Pipe the output through a command";
 constexpr char kOwnCommands[] = "Commands, which print something";
 constexpr char kPipeCommands[] =
     "Pipe commands, which work on what was printed";
+
+std::string listed(std::vector<std::string> texts) {
+  bool const tooMany = texts.size() > kMostExpected;
+  if (tooMany) texts.resize(kMostExpected);
+  if (tooMany) texts.push_back("...");
+  return Poco::cat(std::string(", "), texts.begin(), texts.end());
+}
+
+// `line`, with a mark behind `before` and what was expected there.
+std::string pointAt(std::string const& line, std::string const& before,
+                    std::string const& list, std::size_t width) {
+  std::string const shown = ControlCharacters::visible(line);
+  std::size_t const mark = Layout::width(ControlCharacters::visible(before));
+  bool const fits = Layout::width(shown) + kIndent < width;
+  std::string const indent(kIndent, ' ');
+  std::string const text =
+      fits ? indent + shown + '\n' + indent + std::string(mark, ' ') + "^ "
+           : indent;
+  return text + "expected " + list + '\n';
+}
 
 std::string endingStageName(std::string const& line) {
   return stageName(CommandLine::typedEnd(line).stageNumber + 1,
@@ -32,10 +55,23 @@ std::string endingStageName(std::string const& line) {
 }  // namespace
 
 Completer::Completer(Session& session, SourceCommands& sourceCommands)
-    : session_(session), sourceCommands_(sourceCommands) {}
+    : session_(session),
+      sourceCommands_(sourceCommands),
+      abbreviations_([this](std::string const& line) {
+        return askAsTyped(QOR_CLI_ACTION_COMPLETE, line);
+      }) {}
 
 std::vector<Candidate> Completer::ask(QorCliActionEnum_2T action,
                                       std::string const& line) {
+  std::vector<Candidate> candidates = askAsTyped(action, line);
+  if (!candidates.empty()) return candidates;
+  std::string const full =
+      abbreviations_.expand(line, Abbreviations::Last::kTyped).line;
+  return full == line ? candidates : askAsTyped(action, full);
+}
+
+std::vector<Candidate> Completer::askAsTyped(QorCliActionEnum_2T action,
+                                             std::string const& line) {
   std::string const stage = line.substr(CommandLine::typedEnd(line).stageBegin);
   std::vector<Candidate> candidates;
   try {
@@ -96,69 +132,84 @@ bool Completer::earlierStagesMayRun(std::string const& line) {
   }
 }
 
+std::string Completer::inFull(std::size_t stage, std::string const& text) {
+  std::string const before = stage == 1 ? "" : kLaterStage;
+  auto const full =
+      abbreviations_.expand(before + text, Abbreviations::Last::kFinished);
+  if (full.ambiguity) {
+    throw NotUnderstood(
+        stage, stageName(stage, text) + ": " + full.ambiguity->sentence());
+  }
+  return full.line.substr(before.size());
+}
+
 std::string Completer::noCandidates(std::string const& line) {
   std::string const where = endingStageName(line) + ": ";
+  auto const ambiguity =
+      abbreviations_.expand(line, Abbreviations::Last::kTyped).ambiguity;
+  if (ambiguity) return where + ambiguity->sentence();
   auto const word = unknownWord(line);
   if (!word) return where + "no known word may follow";
   return where + "no known word begins with \"" +
          line.substr(word->begin, word->end - word->begin) + '"';
 }
 
-// The first word of the stage at the end with which the offers stop.
+// The first word of the stage at the end with which the offers stop. Words are
+// found by their number: in full they are as many, and elsewhere.
 std::optional<Completer::Word> Completer::unknownWord(std::string const& line) {
-  std::vector<std::size_t> const ends = CommandLine::wordEnds(line);
-  auto const end = std::partition_point(
-      ends.begin(), ends.end(),
-      [&](std::size_t wordEnd) { return offersFor(line.substr(0, wordEnd)); });
+  std::string const full =
+      abbreviations_.expand(line, Abbreviations::Last::kTyped).line;
+  std::vector<std::size_t> const ends = CommandLine::wordEnds(full);
+  auto const end =
+      std::partition_point(ends.begin(), ends.end(), [&](std::size_t wordEnd) {
+        std::string const begin = full.substr(0, wordEnd);
+        return !askAsTyped(QOR_CLI_ACTION_COMPLETE, begin).empty() ||
+               !askAsTyped(QOR_CLI_ACTION_HELP, begin).empty();
+      });
   if (end == ends.end()) return std::nullopt;
-  return Word{CommandLine::typedEnd(line.substr(0, *end)).wordBegin, *end};
-}
-
-bool Completer::offersFor(std::string const& line) {
-  return !ask(QOR_CLI_ACTION_COMPLETE, line).empty() ||
-         !ask(QOR_CLI_ACTION_HELP, line).empty();
+  std::size_t const typedEnd =
+      CommandLine::wordEnds(line)[static_cast<std::size_t>(end - ends.begin())];
+  return Word{CommandLine::typedEnd(line.substr(0, typedEnd)).wordBegin,
+              typedEnd};
 }
 
 std::string Completer::pointOut(std::string const& line, std::size_t stage,
                                 std::size_t width) {
   std::string typed = line.substr(0, CommandLine::stageEnd(line, stage));
-  std::string list;
   try {
+    auto const ambiguity =
+        abbreviations_.expand(typed, Abbreviations::Last::kFinished).ambiguity;
+    if (ambiguity) {
+      return pointAt(line, typed.substr(0, ambiguity->begin),
+                     listed(ambiguity->choices), width);
+    }
     auto const word = unknownWord(typed);
     typed = word ? typed.substr(0, word->begin) : typed + ' ';
-    list = expected(typed);
-    if (list.empty()) {
-      // The word before is only the beginning of one that is known.
-      Poco::trimRightInPlace(typed);
-      typed.resize(CommandLine::typedEnd(typed).wordBegin);
-      list = expected(typed);
-    }
+    std::string const list = expectedBehind(typed);
+    return list.empty() ? "" : pointAt(line, typed, list, width);
   } catch (CommandFailure const&) {
     return "";
   }
-  if (list.empty()) return "";
-  std::string const shown = ControlCharacters::visible(line);
-  std::size_t const mark = Layout::width(ControlCharacters::visible(typed));
-  bool const fits = Layout::width(shown) + kIndent < width;
-  std::string const indent(kIndent, ' ');
-  std::string const text =
-      fits ? indent + shown + '\n' + indent + std::string(mark, ' ') + "^ "
-           : indent;
-  return text + "expected " + list + '\n';
+}
+
+// Cuts off the last word of `typed` when nothing may follow it: it is only the
+// beginning of one that is known.
+std::string Completer::expectedBehind(std::string& typed) {
+  std::string const list = expected(typed);
+  if (!list.empty()) return list;
+  Poco::trimRightInPlace(typed);
+  typed.resize(CommandLine::typedEnd(typed).wordBegin);
+  return expected(typed);
 }
 
 // What may follow `line`, in words.
 std::string Completer::expected(std::string const& line) {
-  std::string list;
-  std::size_t count = 0;
+  std::vector<std::string> texts;
   for (Candidate const& candidate : help(line)) {
-    if (++count > kMostExpected) return list + ", ...";
-    std::string const text = Candidates::isReturn(candidate)
-                                 ? "the end of the line"
-                                 : candidate.completion;
-    list += (list.empty() ? "" : ", ") + text;
+    texts.push_back(Candidates::isReturn(candidate) ? "the end of the line"
+                                                    : candidate.completion);
   }
-  return list;
+  return listed(std::move(texts));
 }
 
 std::string Completer::commandList(std::size_t width) {

@@ -7,6 +7,7 @@
 
 #include "calls/Session.h"
 #include "commands/SourceCommands.h"
+#include "completion/Abbreviations.h"
 #include "completion/CommandTree.h"
 #include "output/Candidates.h"
 #include "plugins/PipeComponent.h"
@@ -15,7 +16,8 @@ namespace QorCliEngine {
 
 // Asks for the candidates of a partly typed line: the engine's own commands for
 // the stage before the first "|", the loaded components for the others, and for
-// a first stage that can only be a pipe command. One thread.
+// a first stage that can only be a pipe command. Where nothing is known of a
+// line as it stands, it is read with its abbreviations in full. One thread.
 class Completer {
  public:
   // Neither argument is owned.
@@ -33,10 +35,14 @@ class Completer {
   // before, and with "|" where a pipe command may follow.
   std::vector<Candidate> help(std::string const& line);
 
-  // Says, when there are no candidates for `line`, which word is not known, in
-  // plain words that name the stage. A component need not offer all that it
-  // knows. Asks for few of the line's beginnings, however many words it has.
-  // Throws as ask().
+  // The text of a stage, counted from 1, with abbreviated command words in
+  // full. Throws NotUnderstood when one is ambiguous.
+  std::string inFull(std::size_t stage, std::string const& text);
+
+  // Says, when there are no candidates for `line`, which word is not known or
+  // is ambiguous, in plain words that name the stage. A component need not
+  // offer all that it knows. Asks for few of the line's beginnings, however
+  // many words it has. Throws as ask().
   std::string noCandidates(std::string const& line);
 
   // Whether `line` is in a stage that can only be one of the engine's commands,
@@ -62,10 +68,12 @@ class Completer {
     std::size_t end;
   };
 
+  std::vector<Candidate> askAsTyped(QorCliActionEnum_2T action,
+                                    std::string const& line);
   std::optional<Word> unknownWord(std::string const& line);
+  std::string expectedBehind(std::string& typed);
   std::string expected(std::string const& line);
   void addReturn(std::string const& line, std::vector<Candidate>& candidates);
-  bool offersFor(std::string const& line);
   bool earlierStagesMayRun(std::string const& line);
   void askComponents(QorCliActionEnum_2T action, std::string const& stage,
                      std::vector<Candidate>& candidates);
@@ -75,6 +83,7 @@ class Completer {
 
   Session& session_;
   SourceCommands& sourceCommands_;
+  Abbreviations abbreviations_;
 };
 
 }  // namespace QorCliEngine

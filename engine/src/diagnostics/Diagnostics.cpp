@@ -24,13 +24,18 @@ void Diagnostics::showTrace() {
   if (trace_) Messages::print(traceWalk(trace_->take()));
 }
 
-void Diagnostics::beginStages(std::vector<std::string> const& texts) {
-  if (!timing_) return;
-  for (std::string const& text : texts) stages_.push_back({text, {}, {}, {}});
+void Diagnostics::beginStages(std::string const& source) {
+  stages_.clear();
+  addStage(source);
 }
 
-StageFigures* Diagnostics::figures(std::size_t stage) {
-  return timing_ ? &stages_.at(stage) : nullptr;
+StageFigures* Diagnostics::sourceFigures() {
+  return timing_ ? &stages_.front() : nullptr;
+}
+
+StageFigures* Diagnostics::addStage(std::string const& text) {
+  if (!timing_) return nullptr;
+  return &stages_.emplace_back(StageFigures{text, {}, {}, {}});
 }
 
 void Diagnostics::endLine() {

@@ -40,12 +40,13 @@ class Diagnostics {
   // in the middle of a call.
   void showTrace();
 
-  // Makes the figures of the stages of the line, the source first.
-  void beginStages(std::vector<std::string> const& texts);
+  // Begins with the line's source, which stages follow one by one.
+  void beginStages(std::string const& source);
 
-  // Where the figures of a stage go, counted from 0; null when none are wanted.
-  // Valid until the line ends.
-  StageFigures* figures(std::size_t stage);
+  // Return where the figures of the source and of a new stage go; null when
+  // none are wanted. Valid until the line ends, or is begun again.
+  StageFigures* sourceFigures();
+  StageFigures* addStage(std::string const& text);
 
  private:
   void endLine();

@@ -19,7 +19,7 @@ struct TextFigures {
 
 // What went through one stage of a command line.
 struct StageFigures {
-  std::string text;  // the stage as typed
+  std::string text;  // the stage
   TextFigures in;    // stays empty for a source
   TextFigures out;
   std::chrono::nanoseconds time{};

@@ -32,13 +32,6 @@ bool mergeInto(Candidate& same, Candidate const& candidate) {
   return candidate.help.empty() || same.help == candidate.help;
 }
 
-// Whether a candidate that does not begin as the word stands behind it, and
-// not in its place.
-bool follows(Candidate const& candidate) {
-  return !isReturn(candidate) && (candidate.token == QOR_CLI_TOKEN_OPTION ||
-                                  candidate.token == QOR_CLI_TOKEN_AFTER_LINE);
-}
-
 bool isOtherWord(Candidate const& candidate) {
   return isPlaceholder(candidate.completion) && !isReturn(candidate);
 }
@@ -128,6 +121,11 @@ bool isPlaceholder(std::string const& text) {
 
 bool isReturn(Candidate const& candidate) {
   return candidate.completion == kReturn;
+}
+
+bool follows(Candidate const& candidate) {
+  return !isReturn(candidate) && (candidate.token == QOR_CLI_TOKEN_OPTION ||
+                                  candidate.token == QOR_CLI_TOKEN_AFTER_LINE);
 }
 
 std::vector<Candidate> merged(std::vector<Candidate> candidates) {

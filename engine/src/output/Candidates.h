@@ -26,6 +26,10 @@ bool isPlaceholder(std::string const& text);
 
 bool isReturn(Candidate const& candidate);
 
+// Whether a candidate that does not begin as the word that is being typed
+// stands behind it, and not in its place.
+bool follows(Candidate const& candidate);
+
 // Whether "<cr>" is among them.
 bool offerReturn(std::vector<Candidate> const& candidates);
 

@@ -15,10 +15,9 @@ std::string stageName(std::size_t number, std::string const& text) {
   return "stage " + std::to_string(number) + " (" + text + ')';
 }
 
-PipeStage::PipeStage(std::size_t number, std::string text, unsigned actionId,
-                     Session& session, StageFigures* figures)
-    : number_(number),
-      text_(std::move(text)),
+PipeStage::PipeStage(StageText text, unsigned actionId, Session& session,
+                     StageFigures* figures)
+    : text_(std::move(text)),
       actionId_(actionId),
       session_(session),
       figures_(figures) {}
@@ -29,8 +28,8 @@ void PipeStage::open(LineInstances& instances, std::string& sink) {
   }
   std::string const failure = instances.failure();
   if (!failure.empty()) fail(failure, sink.size(), sink);
-  throw NotUnderstood(
-      number_, stageName(number_, text_) + ": unknown or incomplete command");
+  throw NotUnderstood(text_.number,
+                      text_.name() + ": unknown or incomplete command");
 }
 
 // Returns whether one of the components knows the command.
@@ -100,7 +99,8 @@ void PipeStage::complete(std::string& sink) {
 
 QorReturnT PipeStage::execute(char const* input, unsigned& matches,
                               std::string& sink) {
-  PipeRequest const request{QOR_CLI_ACTION_EXECUTE, actionId_, text_, input};
+  PipeRequest const request{QOR_CLI_ACTION_EXECUTE, actionId_, text_.full,
+                            input};
   return call(
       [&](CallContext& context) {
         return component_->use(context, request, matches);
@@ -130,7 +130,7 @@ void PipeStage::fail(std::string const& reason, std::size_t mark,
                      std::string& sink) const {
   std::string const lines = sink.substr(mark);
   sink.resize(mark);
-  throw CommandFailure(stageName(number_, text_) + ": " + reason, lines);
+  throw CommandFailure(text_.name() + ": " + reason, lines);
 }
 
 }  // namespace QorCliEngine

@@ -17,6 +17,16 @@ namespace QorCliEngine {
 // Returns the name of a stage in messages. `number` counts from 1.
 std::string stageName(std::size_t number, std::string const& text);
 
+// A stage of a command line as it is run.
+struct StageText {
+  std::size_t number;  // its place in the line, from 1
+  std::string typed;
+  std::string full;  // with abbreviations in full
+
+  // For messages, which show what was typed.
+  std::string name() const { return stageName(number, typed); }
+};
+
 // One pipe command of a command line.
 //
 // It is opened, given the text in chunks, and completed. Every function appends
@@ -24,11 +34,10 @@ std::string stageName(std::size_t number, std::string const& text);
 // that the failed call printed and without them in `sink`. One thread.
 class PipeStage {
  public:
-  // `number`: the stage's place in the line, from 1. `actionId`: names the
-  // command to its component, used for no other. `session` is not owned;
-  // neither is `figures`, which may be null.
-  PipeStage(std::size_t number, std::string text, unsigned actionId,
-            Session& session, StageFigures* figures);
+  // `actionId`: names the command to its component, used for no other.
+  // `session` is not owned; neither is `figures`, which may be null.
+  PipeStage(StageText text, unsigned actionId, Session& session,
+            StageFigures* figures);
 
   // Finds the component that knows the command, and takes its instance: it runs
   // the command over an empty text, so that wrong usage shows before there is
@@ -54,8 +63,7 @@ class PipeStage {
   [[noreturn]] void fail(std::string const& reason, std::size_t mark,
                          std::string& sink) const;
 
-  std::size_t number_;
-  std::string text_;
+  StageText text_;
   unsigned actionId_;
   Session& session_;
   StageFigures* figures_;

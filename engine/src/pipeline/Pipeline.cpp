@@ -35,7 +35,7 @@ Pipeline::Pipeline(std::string sourceName, std::vector<PipeStage> stages,
       between_(stages_.size()),
       output_(output),
       diagnostics_(diagnostics),
-      sourceFigures_(diagnostics.figures(0)) {}
+      sourceFigures_(diagnostics.sourceFigures()) {}
 
 void Pipeline::run(Source& source, LineInstances& instances) {
   try {

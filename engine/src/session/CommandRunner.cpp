@@ -27,6 +27,14 @@ void refuseEmptyStages(std::vector<std::string> const& texts) {
   }
 }
 
+std::vector<StageText> asTyped(std::vector<std::string> const& texts) {
+  std::vector<StageText> stages;
+  for (std::string const& text : texts) {
+    stages.push_back({stages.size() + 1, text, text});
+  }
+  return stages;
+}
+
 void refuseOpenQuote(std::string const& line,
                      std::vector<std::string> const& texts) {
   std::size_t const quote = CommandLine::openQuote(line);
@@ -59,7 +67,7 @@ bool CommandRunner::run(std::string const& line) {
     try {
       refuseOpenQuote(line, texts);
       refuseEmptyStages(texts);
-      runStages(texts);
+      runInFull(asTyped(texts));
       output_.finish();
       return true;
     } catch (CommandFailure const&) {
@@ -88,35 +96,48 @@ void CommandRunner::pointOut(std::string const& line, std::size_t stage) {
   diagnostics_.dropTrace();
 }
 
+// Abbreviations are looked for only in a stage that is not understood as it
+// stands, so that whatever is a command needs no asking and means itself. What
+// has been opened by then has been given no text, and is opened again.
+void CommandRunner::runInFull(std::vector<StageText> stages) {
+  for (;;) {
+    try {
+      return runStages(stages);
+    } catch (NotUnderstood const& failure) {
+      StageText& stage = stages[failure.stage() - 1];
+      bool const isFull = stage.full != stage.typed;
+      if (!isFull) stage.full = completer_.inFull(stage.number, stage.typed);
+      if (isFull || stage.full == stage.typed) throw;
+      diagnostics_.dropTrace();
+    }
+  }
+}
+
 // A line that begins with none of the engine's commands begins with a pipe
 // command, which works on standard input.
-void CommandRunner::runStages(std::vector<std::string> const& texts) {
-  std::string const& first = texts.front();
+void CommandRunner::runStages(std::vector<StageText> const& stages) {
+  StageText const& first = stages.front();
   bool const fromInput =
-      !sourceCommands_.knows(CommandLine::firstWord(first), false);
+      !sourceCommands_.knows(CommandLine::firstWord(first.full), false);
   diagnostics_.dropTrace();  // of looking the word up
   std::unique_ptr<Source> const source =
       fromInput ? input_.rest() : prepare(first);
-  std::vector<std::string> parts = texts;
-  if (fromInput) parts.insert(parts.begin(), kStandardInput);
-  diagnostics_.beginStages(parts);
-  std::size_t const firstNumber = fromInput ? 0 : 1;
-  std::vector<PipeStage> stages;
-  for (std::size_t i = 1; i < parts.size(); ++i) {
-    stages.emplace_back(i + firstNumber, parts[i], session_.nextActionId(),
-                        session_, diagnostics_.figures(i));
+  diagnostics_.beginStages(fromInput ? kStandardInput : first.full);
+  std::vector<PipeStage> pipes;
+  for (std::size_t i = fromInput ? 0 : 1; i < stages.size(); ++i) {
+    pipes.emplace_back(stages[i], session_.nextActionId(), session_,
+                       diagnostics_.addStage(stages[i].full));
   }
-  Pipeline pipeline(stageName(1, first), std::move(stages), output_,
-                    diagnostics_);
+  Pipeline pipeline(first.name(), std::move(pipes), output_, diagnostics_);
   LineInstances instances(plugins_);
   pipeline.run(*source, instances);
 }
 
-std::unique_ptr<Source> CommandRunner::prepare(std::string const& text) {
+std::unique_ptr<Source> CommandRunner::prepare(StageText const& stage) {
   try {
-    return sourceCommands_.prepare(text);
+    return sourceCommands_.prepare(stage.full);
   } catch (SourceFailure const& failure) {
-    throw NotUnderstood(1, stageName(1, text) + ": " + failure.what());
+    throw NotUnderstood(stage.number, stage.name() + ": " + failure.what());
   }
 }
 

@@ -33,8 +33,9 @@ class CommandRunner {
 
  private:
   void pointOut(std::string const& line, std::size_t stage);
-  void runStages(std::vector<std::string> const& texts);
-  std::unique_ptr<Source> prepare(std::string const& text);
+  void runInFull(std::vector<StageText> stages);
+  void runStages(std::vector<StageText> const& stages);
+  std::unique_ptr<Source> prepare(StageText const& stage);
 
   Plugins& plugins_;
   Session& session_;

@@ -52,7 +52,8 @@ std::string repeated(std::string const& text, std::size_t times) {
 
 TEST(CompleterTest, findsTheUnknownWordOfALongLineInFewQuestions) {
   constexpr std::size_t kWords = 1000;
-  constexpr std::size_t kFew = 2 * 11;  // both questions in each bisection
+  // Once for abbreviations, and both questions in each bisection.
+  constexpr std::size_t kFew = 2 * Abbreviations::kMostWords + 2 * 11;
   Offering const offering;
   Session session(0, "", "tester");
   SourceCommands sourceCommands(session, {});
