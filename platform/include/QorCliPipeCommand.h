@@ -18,7 +18,9 @@ struct QorCliApiPipeCommandComponent_1 {
   // each with its line feed. Long input arrives in several calls with the same
   // `actionId`. It may be empty: an engine may start a command with such a
   // call, to learn from `*commandMatchCount` whether the component has the
-  // command. Output and candidates are sent through `context`.
+  // command, and may then leave it at that: a command must have no lasting
+  // effect before there is input. Output and candidates are sent through
+  // `context`.
   // `*commandMatchCount`, which the engine sets to 0, is incremented for each
   // command that is run. Texts are only read during the call. Returns 0, or the
   // status of the failed command.

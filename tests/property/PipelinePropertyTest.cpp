@@ -68,8 +68,8 @@ class Pipelines : public testing::Test {
                   std::string const& text) {
     std::vector<PipeStage> made;
     for (std::string const& stage : stages) {
-      made.emplace_back(made.size() + 1, stage, session_.nextActionId(),
-                        session_, nullptr);
+      made.emplace_back(StageText{made.size() + 1, stage, stage},
+                        session_.nextActionId(), session_, nullptr);
     }
     OutputWriter output;
     Pipeline line("text", std::move(made), output, diagnostics_);

@@ -24,6 +24,13 @@ Session::Session(std::uint32_t mode, std::string cursor, std::string loginName)
   setPrompt(kDefaultPrompt);
 }
 
+Session::Session(Session const& other)
+    : Session(other.record_.mode, other.cursor_, other.loginName_) {
+  adopt(other.record_);
+  setPrompt(other.prompt_.c_str());
+  setLock(other.record_.lock);
+}
+
 void Session::adopt(QorCliApiContext_5 const& callRecord) {
   record_.transactionHandle = callRecord.transactionHandle;
   record_.mode = callRecord.mode;

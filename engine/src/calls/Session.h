@@ -13,7 +13,8 @@ namespace QorCliEngine {
 class Session {
  public:
   Session(std::uint32_t mode, std::string cursor, std::string loginName);
-  Session(Session const&) = delete;
+  // Another session that components cannot tell from this one.
+  Session(Session const& other);
   Session& operator=(Session const&) = delete;
 
   // A record for one call, without functions. Its texts belong to the session

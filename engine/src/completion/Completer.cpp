@@ -22,7 +22,12 @@ constexpr std::size_t kIndent = 2;         // cells
 // What stands before a stage that is not the first one of its line.
 constexpr char kLaterStage[] = "| ";
 
-constexpr char kPipeHelp[] = "Pipe the output through a command";
+Candidate const kPipe{QOR_CLI_TOKEN_NEXT_WORD,
+                      "|",
+                      "Pipe the output through a command",
+                      {QOR_CLI_SORT_LAST, "|"}};
+Candidate const kReturn{
+    QOR_CLI_TOKEN_OPTION, "<cr>", "", {QOR_CLI_SORT_LAST, "<cr>"}};
 constexpr char kOwnCommands[] = "Commands, which print something";
 constexpr char kPipeCommands[] =
     "Pipe commands, which work on what was printed";
@@ -86,46 +91,59 @@ std::vector<Candidate> Completer::askAsTyped(QorCliActionEnum_2T action,
   return candidates;
 }
 
-std::vector<Candidate> Completer::help(std::string const& line) {
-  std::vector<Candidate> candidates = ask(QOR_CLI_ACTION_HELP, line);
-  if (!Candidates::offerReturn(candidates)) addReturn(line, candidates);
-  if (Candidates::offerReturn(candidates)) {
-    if (earlierStagesMayRun(line)) {
-      candidates.push_back(
-          {QOR_CLI_TOKEN_NEXT_WORD, "|", kPipeHelp, {QOR_CLI_SORT_LAST, "|"}});
-    } else {
-      Candidates::removeReturn(candidates);
-    }
+std::vector<Candidate> Completer::complete(std::string const& line) {
+  std::vector<Candidate> candidates = ask(QOR_CLI_ACTION_COMPLETE, line);
+  if (Candidates::offerReturn(candidates) && refusedStage(line)) {
+    Candidates::removeReturn(candidates);
   }
   return Candidates::merged(candidates);
 }
 
-// A command tree's help says nothing of the end of a line behind a last
-// keyword; its completion does.
-void Completer::addReturn(std::string const& line,
-                          std::vector<Candidate>& candidates) {
+// Components do not always know whether a line may end: a command tree's help
+// says nothing of it behind a last keyword, and a node for many words says so
+// whatever they are. It is the line itself that tells.
+std::vector<Candidate> Completer::help(std::string const& line) {
+  std::vector<Candidate> candidates = ask(QOR_CLI_ACTION_HELP, line);
+  Candidates::removeReturn(candidates);
+  if (!refusedStage(line)) {
+    candidates.insert(candidates.end(), {kPipe, kReturn});
+  }
+  return Candidates::merged(candidates);
+}
+
+// The first stage that would be refused, counted from 1.
+std::optional<std::size_t> Completer::refusedStage(std::string const& line) {
+  std::vector<std::string> const texts = CommandLine::stages(line);
+  if (CommandLine::openQuote(line) != std::string::npos) return texts.size();
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (!understands(i + 1, texts[i])) return i + 1;
+  }
+  return std::nullopt;
+}
+
+bool Completer::understands(std::size_t stage, std::string const& text) {
+  if (text.empty()) return false;
+  if (isUnderstood(stage, text)) return true;
   try {
-    for (Candidate const& candidate : ask(QOR_CLI_ACTION_COMPLETE, line)) {
-      if (Candidates::isReturn(candidate)) candidates.push_back(candidate);
-    }
-  } catch (CommandFailure const&) {
-    // Whoever cannot complete a line does not say that it may end.
+    std::string const full = inFull(stage, text);
+    return full != text && isUnderstood(stage, full);
+  } catch (NotUnderstood const&) {
+    return false;
   }
 }
 
-// Whether the stages before the one that is being typed may run, as far as can
-// be told without running them.
-bool Completer::earlierStagesMayRun(std::string const& line) {
-  std::vector<std::string> stages = CommandLine::stages(line);
-  stages.pop_back();
-  if (stages.empty()) return true;
-  for (std::string const& stage : stages) {
-    if (stage.empty()) return false;
+// Whether a stage is understood as it stands.
+bool Completer::isUnderstood(std::size_t stage, std::string const& text) {
+  bool const own =
+      stage == 1 && sourceCommands_.knows(CommandLine::firstWord(text), false);
+  if (!own) {
+    Session session(session_);
+    return PipeStage({stage, text, text}, session_.nextActionId(), session,
+                     nullptr)
+        .canOpen(Framework::instance().pipeComponents());
   }
-  std::string const& first = stages.front();
-  if (!sourceCommands_.knows(CommandLine::firstWord(first), false)) return true;
   try {
-    sourceCommands_.prepare(first);
+    sourceCommands_.prepare(text);
     return true;
   } catch (SourceFailure const&) {
     return false;
@@ -149,9 +167,17 @@ std::string Completer::noCandidates(std::string const& line) {
       abbreviations_.expand(line, Abbreviations::Last::kTyped).ambiguity;
   if (ambiguity) return where + ambiguity->sentence();
   auto const word = unknownWord(line);
-  if (!word) return where + "no known word may follow";
+  if (!word) return endedBy(line);
   return where + "no known word begins with \"" +
          line.substr(word->begin, word->end - word->begin) + '"';
+}
+
+// Why nothing is offered behind words that are known.
+std::string Completer::endedBy(std::string const& line) {
+  auto const stage = refusedStage(line);
+  if (!stage) return endingStageName(line) + ": no known word may follow";
+  return stageName(*stage, CommandLine::stages(line)[*stage - 1]) +
+         ": cannot be run as it stands";
 }
 
 // The first word of the stage at the end with which the offers stop. Words are

@@ -30,9 +30,13 @@ class Completer {
   std::vector<Candidate> ask(QorCliActionEnum_2T action,
                              std::string const& line);
 
-  // The candidates for help as the operator is to see them: merged, with "<cr>"
-  // where help or completion offers it and nothing is wrong with the stages
-  // before, and with "|" where a pipe command may follow.
+  // The candidates for completion and for help as the operator is to see them:
+  // merged, and without "<cr>" where the line would be refused. Where it would
+  // not, help has "<cr>", and "|" since a pipe command may follow.
+  //
+  // Whether a line would be refused is found out as before it is run: its pipe
+  // commands are opened, over a copy of the session.
+  std::vector<Candidate> complete(std::string const& line);
   std::vector<Candidate> help(std::string const& line);
 
   // The text of a stage, counted from 1, with abbreviated command words in
@@ -73,8 +77,10 @@ class Completer {
   std::optional<Word> unknownWord(std::string const& line);
   std::string expectedBehind(std::string& typed);
   std::string expected(std::string const& line);
-  void addReturn(std::string const& line, std::vector<Candidate>& candidates);
-  bool earlierStagesMayRun(std::string const& line);
+  std::optional<std::size_t> refusedStage(std::string const& line);
+  bool understands(std::size_t stage, std::string const& text);
+  bool isUnderstood(std::size_t stage, std::string const& text);
+  std::string endedBy(std::string const& line);
   void askComponents(QorCliActionEnum_2T action, std::string const& stage,
                      std::vector<Candidate>& candidates);
   void askComponent(PipeComponent const& component, QorCliActionEnum_2T action,

@@ -32,6 +32,18 @@ void PipeStage::open(LineInstances& instances, std::string& sink) {
                       text_.name() + ": unknown or incomplete command");
 }
 
+bool PipeStage::canOpen(std::vector<PipeComponent> const& components) {
+  std::string dropped;
+  bool opens = false;
+  try {
+    opens = openBy(components, dropped);
+    complete(dropped);
+  } catch (CommandFailure const&) {
+    abandon();
+  }
+  return opens;
+}
+
 // Returns whether one of the components knows the command.
 bool PipeStage::openBy(std::vector<PipeComponent> const& components,
                        std::string& sink) {
@@ -95,6 +107,15 @@ void PipeStage::complete(std::string& sink) {
          sink);
   }
   countOutput(sink, mark);
+}
+
+void PipeStage::abandon() noexcept {
+  std::string dropped;
+  try {
+    complete(dropped);
+  } catch (CommandFailure const&) {
+    // The failure that came before is the one to report.
+  }
 }
 
 QorReturnT PipeStage::execute(char const* input, unsigned& matches,

@@ -44,6 +44,11 @@ class PipeStage {
   // any other. A plug-in that has no instance left does not know it.
   void open(LineInstances& instances, std::string& sink);
 
+  // Whether open() would find one of these components, and the command would
+  // take the words of the line: opens it and tells it at once that there is no
+  // input. What it prints is dropped.
+  bool canOpen(std::vector<PipeComponent> const& components);
+
   // `input`: whole lines, with a NUL byte behind them. When interrupts are
   // caught, the command is given them in pieces of a size that suits its speed,
   // and Interrupted is thrown before a piece if the line is to end.
@@ -52,6 +57,10 @@ class PipeStage {
   // Tells the component that the input is complete, if it has been called at
   // all and has not been told.
   void complete(std::string& sink);
+
+  // As complete(), after a failure: what is printed is dropped, and another
+  // failure is none.
+  void abandon() noexcept;
 
  private:
   bool openBy(std::vector<PipeComponent> const& components, std::string& sink);

@@ -134,14 +134,7 @@ void Pipeline::complete() {
 }
 
 void Pipeline::abandon() noexcept {
-  for (PipeStage& stage : stages_) {
-    std::string dropped;
-    try {
-      stage.complete(dropped);
-    } catch (CommandFailure const&) {
-      // The failure that ended the line is the one to report.
-    }
-  }
+  for (PipeStage& stage : stages_) stage.abandon();
 }
 
 std::string& Pipeline::sinkOf(std::size_t stage) {

@@ -247,8 +247,7 @@ std::string LineEditor::typed() const {
 unsigned char LineEditor::complete() {
   std::string const line = typed();
   try {
-    return complete(line, Candidates::merged(
-                              completer_.ask(QOR_CLI_ACTION_COMPLETE, line)));
+    return complete(line, completer_.complete(line));
   } catch (CommandFailure const& failure) {
     return showMessage(failure.what());
   }

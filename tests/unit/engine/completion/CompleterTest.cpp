@@ -79,8 +79,9 @@ TEST(CompleterTest, makesNoTextToTellWhatMayFollowIt) {
   Session session(0, "", "tester");
   SourceCommands sourceCommands(session, {make, make, make});
   Completer completer(session, sourceCommands);
-  for (char const* line : {"help | ", "show tree | ", "show tree --dot | "}) {
-    EXPECT_FALSE(completer.help(line).empty()) << line;
+  for (std::string const line : {"help", "show tree", "show tree --dot"}) {
+    EXPECT_TRUE(Candidates::offerReturn(completer.help(line))) << line;
+    completer.help(line + " | x");
     EXPECT_EQ(made, 0U) << line;
   }
 }
