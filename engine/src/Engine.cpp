@@ -49,6 +49,8 @@ Engine::Engine(Options const& options)
               diagnostics_) {}
 
 int Engine::run() {
+  // What failed when the plug-ins were loaded; how it went belongs to no line.
+  options_.trace ? diagnostics_.dropTrace() : diagnostics_.showRecords();
   try {
     return dispatch();
   } catch (OutputClosed const&) {

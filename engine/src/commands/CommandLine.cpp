@@ -134,6 +134,18 @@ std::string lastWord(std::string const& line) {
   return typed.substr(typedEnd(typed).wordBegin);
 }
 
+std::size_t findInStage(std::string const& line, std::size_t number,
+                        std::string const& text) {
+  std::string typed = line.substr(0, stageEnd(line, number));
+  std::vector<std::size_t> const ends = wordEnds(typed);
+  for (auto end = ends.rbegin(); end != ends.rend(); ++end) {
+    typed.resize(*end);
+    std::size_t const found = typed.find(text, typedEnd(typed).wordBegin);
+    if (found != std::string::npos) return found;
+  }
+  return std::string::npos;
+}
+
 std::size_t openQuote(std::string const& line) {
   QuoteTracker quotes(line);
   for (std::size_t i = 0; i < line.size(); ++i) quotes.isOutside(i);

@@ -52,6 +52,11 @@ std::vector<std::size_t> wordEnds(std::string const& line);
 // The last word of the last stage, with its quotes; empty when that has none.
 std::string lastWord(std::string const& line);
 
+// Where `text`, which is not empty, stands in a word of stage `number`, counted
+// from 1: in the last word that has it; npos when there is none.
+std::size_t findInStage(std::string const& line, std::size_t number,
+                        std::string const& text);
+
 // The index of a quote in `line` that is not closed; npos when there is none.
 std::size_t openQuote(std::string const& line);
 

@@ -7,8 +7,7 @@
 #include "calls/CandidateContext.h"
 #include "calls/StatusText.h"
 #include "commands/CommandLine.h"
-#include "output/ControlCharacters.h"
-#include "output/Layout.h"
+#include "output/Pointer.h"
 #include "pipeline/PipeStage.h"
 #include "plugins/Framework.h"
 #include "system/EngineErrors.h"
@@ -17,7 +16,7 @@ namespace QorCliEngine {
 namespace {
 
 constexpr std::size_t kMostExpected = 10;  // words
-constexpr std::size_t kIndent = 2;         // cells
+constexpr char kExpected[] = "expected ";
 
 // What stands before a stage that is not the first one of its line.
 constexpr char kLaterStage[] = "| ";
@@ -37,19 +36,6 @@ std::string listed(std::vector<std::string> texts) {
   if (tooMany) texts.resize(kMostExpected);
   if (tooMany) texts.push_back("...");
   return Poco::cat(std::string(", "), texts.begin(), texts.end());
-}
-
-// `line`, with a mark behind `before` and what was expected there.
-std::string pointAt(std::string const& line, std::string const& before,
-                    std::string const& list, std::size_t width) {
-  std::string const shown = ControlCharacters::visible(line);
-  std::size_t const mark = Layout::width(ControlCharacters::visible(before));
-  bool const fits = Layout::width(shown) + kIndent < width;
-  std::string const indent(kIndent, ' ');
-  std::string const text =
-      fits ? indent + shown + '\n' + indent + std::string(mark, ' ') + "^ "
-           : indent;
-  return text + "expected " + list + '\n';
 }
 
 std::string endingStageName(std::string const& line) {
@@ -206,13 +192,15 @@ std::string Completer::pointOut(std::string const& line, std::size_t stage,
     auto const ambiguity =
         abbreviations_.expand(typed, Abbreviations::Last::kFinished).ambiguity;
     if (ambiguity) {
-      return pointAt(line, typed.substr(0, ambiguity->begin),
-                     listed(ambiguity->choices), width);
+      return Pointer::behind(typed.substr(0, ambiguity->begin), line,
+                             kExpected + listed(ambiguity->choices), width);
     }
     auto const word = unknownWord(typed);
     typed = word ? typed.substr(0, word->begin) : typed + ' ';
     std::string const list = expectedBehind(typed);
-    return list.empty() ? "" : pointAt(line, typed, list, width);
+    return list.empty()
+               ? ""
+               : Pointer::behind(typed, line, kExpected + list, width);
   } catch (CommandFailure const&) {
     return "";
   }

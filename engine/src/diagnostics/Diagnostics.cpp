@@ -5,23 +5,42 @@
 
 namespace QorCliEngine {
 
-Diagnostics::Diagnostics(bool trace, bool timing) : timing_(timing) {
-  if (trace) trace_.emplace();
+Diagnostics::Diagnostics(bool trace, bool timing)
+    : trace_(trace),
+      timing_(timing),
+      records_(trace ? LogCapture::Kind::kTrace : LogCapture::Kind::kErrors) {}
+
+Diagnostics::~Diagnostics() {
+  if (!trace_) showRecords();
 }
 
 Diagnostics::Line::Line(Diagnostics& diagnostics) : diagnostics_(diagnostics) {
   // What was traced before belongs to loading the plug-ins, or to Tab and "?".
-  diagnostics_.dropTrace();
+  diagnostics_.dropRecords();
 }
 
 Diagnostics::Line::~Line() { diagnostics_.endLine(); }
 
+void Diagnostics::dropRecords() { records_.drop(); }
+
 void Diagnostics::dropTrace() {
-  if (trace_) trace_->take();
+  if (trace_) records_.drop();
 }
 
-void Diagnostics::showTrace() {
-  if (trace_) Messages::print(traceWalk(trace_->take()));
+void Diagnostics::showRecords() {
+  if (records_.isOnly()) show(records_.take());
+}
+
+std::optional<FailureReason> Diagnostics::takeReason() {
+  std::string records = records_.take();
+  std::string others = records;
+  auto reason = FailureReason::takeFrom(others);
+  if (records_.isOnly()) show(trace_ ? records : others);
+  return reason;
+}
+
+void Diagnostics::show(std::string const& records) const {
+  Messages::print(trace_ ? traceWalk(records) : records);
 }
 
 void Diagnostics::beginStages(std::string const& source) {
@@ -39,7 +58,7 @@ StageFigures* Diagnostics::addStage(std::string const& text) {
 }
 
 void Diagnostics::endLine() {
-  showTrace();
+  showRecords();
   if (!stages_.empty()) Messages::print(figuresTable(stages_));
   stages_.clear();
 }

@@ -6,19 +6,25 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/FailureReason.h"
+#include "diagnostics/LogCapture.h"
 #include "diagnostics/StageFigures.h"
-#include "diagnostics/TraceCapture.h"
 
 namespace QorCliEngine {
 
 // What the engine shows, on standard error, of how it runs a line: the walk
-// through the command trees, and figures of each stage. Costs nothing when
-// neither is asked for. One thread.
+// through the command trees, and figures of each stage, which cost nothing when
+// they are not asked for; and errors that are logged, unless they tell why a
+// line failed. One thread.
 class Diagnostics {
  public:
-  // With `trace`, to be created before the plug-ins are loaded; throws then
-  // what TraceCapture does.
+  // To be created before the plug-ins are loaded. Throws what LogCapture does.
   Diagnostics(bool trace, bool timing);
+
+  // Shows errors that are still to be shown.
+  ~Diagnostics();
+  Diagnostics(Diagnostics const&) = delete;
+  Diagnostics& operator=(Diagnostics const&) = delete;
 
   // One line, from the first look at its text to its end, at which the rest of
   // the trace and the figures are shown.
@@ -33,12 +39,17 @@ class Diagnostics {
     Diagnostics& diagnostics_;
   };
 
-  // Forgets what has been traced since it was last shown.
+  // Forget the records since they were last shown: all, or in a trace.
+  void dropRecords();
   void dropTrace();
 
-  // Shows what has been traced since it was last shown. Plug-ins are not to be
-  // in the middle of a call.
-  void showTrace();
+  // Shows the records since they were last shown. Plug-ins are not to be in the
+  // middle of a call.
+  void showRecords();
+
+  // As showRecords(), after a failure: returns the reason that was logged for
+  // it, if one was, and shows that in the trace only.
+  std::optional<FailureReason> takeReason();
 
   // Begins with the line's source, which stages follow one by one.
   void beginStages(std::string const& source);
@@ -51,8 +62,11 @@ class Diagnostics {
  private:
   void endLine();
 
-  std::optional<TraceCapture> trace_;
+  void show(std::string const& records) const;
+
+  bool trace_;
   bool timing_;
+  LogCapture records_;
   std::deque<StageFigures> stages_;
 };
 

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <vector>
 
+#include "diagnostics/LogRecord.h"
+
 namespace QorCliEngine {
 namespace {
 
@@ -13,32 +15,8 @@ constexpr unsigned kEntryLevel = 9;
 constexpr unsigned kExitLevel = 10;
 constexpr std::size_t kIndent = 2;  // blanks for each depth
 
-struct Record {
-  std::string kind;
-  unsigned value = 0;
-  std::string file;
-  std::string function;
-  std::string text;  // without white space around it
-
-  bool isEntry() const { return kind == "level" && value == kEntryLevel; }
-  bool isExit() const { return kind == "level" && value == kExitLevel; }
-};
-
-// Returns whether `line` is a record. The name of a function may hold blanks,
-// as in "operator bool", but no colon.
-bool read(std::string const& line, Record& record) {
-  std::istringstream words(line);
-  std::string subsystem;
-  std::string place;
-  words >> record.kind >> record.value >> subsystem >> place;
-  std::getline(words, record.function, ':');
-  bool const known = record.kind == "level" || record.kind == "severity";
-  if (!known || words.eof() || !words) return false;
-  std::getline(words, record.text);
-  Poco::trimInPlace(record.function);
-  Poco::trimInPlace(record.text);
-  record.file = place.substr(0, place.rfind(':'));
-  return true;
+bool isLevel(LogRecord const& record, unsigned level) {
+  return record.kind == LogRecord::Kind::kLevel && record.value == level;
 }
 
 // What stands behind the mark of an entry (">>") or an exit ("<<").
@@ -52,17 +30,17 @@ std::string behind(std::string const& mark, std::string const& text) {
 class Walk {
  public:
   void add(std::string const& line) {
-    Record record;
-    if (!read(line, record)) {
+    auto const record = LogRecord::read(line);
+    if (!record) {
       say(line);
-    } else if (record.isEntry()) {
-      enter(record);
-    } else if (record.isExit()) {
-      leave(record);
-    } else if (record.kind == "severity") {
-      say("severity " + std::to_string(record.value) + ": " + record.text);
+    } else if (isLevel(*record, kEntryLevel)) {
+      enter(*record);
+    } else if (isLevel(*record, kExitLevel)) {
+      leave(*record);
+    } else if (record->kind == LogRecord::Kind::kSeverity) {
+      say("severity " + std::to_string(record->value) + ": " + record->text);
     } else {
-      say(record.text);
+      say(record->text);
     }
   }
 
@@ -76,12 +54,12 @@ class Walk {
     bool silent;          // nothing has been said since
   };
 
-  void enter(Record const& record) {
+  void enter(LogRecord const& record) {
     print(">> " + record.function + behind(">>", record.text));
     calls_.push_back({record.file, record.function, text_.size() - 1, true});
   }
 
-  void leave(Record const& record) {
+  void leave(LogRecord const& record) {
     std::string const result = behind("<<", record.text);
     auto const call =
         std::find_if(calls_.rbegin(), calls_.rend(), [&](Call const& each) {

@@ -151,7 +151,7 @@ void PipeStage::fail(std::string const& reason, std::size_t mark,
                      std::string& sink) const {
   std::string const lines = sink.substr(mark);
   sink.resize(mark);
-  throw CommandFailure(text_.name() + ": " + reason, lines);
+  throw CommandFailure(text_.name() + ": " + reason, lines, text_.number);
 }
 
 }  // namespace QorCliEngine

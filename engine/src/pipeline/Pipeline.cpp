@@ -60,7 +60,7 @@ void Pipeline::open(LineInstances& instances) {
     stages_[i].open(instances, sinkOf(i));
   }
   flowFrom(1);
-  diagnostics_.showTrace();
+  diagnostics_.showRecords();
 }
 
 void Pipeline::pump(Source& source) {
@@ -111,7 +111,7 @@ void Pipeline::process(std::string_view lines) {
     stages_.front().process(lines, sinkOf(0));
     flowFrom(1);
   }
-  diagnostics_.showTrace();
+  diagnostics_.showRecords();
   output_.writeIfFull();
 }
 

@@ -41,7 +41,7 @@ class TraceGap {
  public:
   // Shows what has been traced so far.
   explicit TraceGap(Diagnostics& diagnostics) : diagnostics_(diagnostics) {
-    diagnostics_.showTrace();
+    diagnostics_.showRecords();
   }
   ~TraceGap() { diagnostics_.dropTrace(); }
   TraceGap(TraceGap const&) = delete;

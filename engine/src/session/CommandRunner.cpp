@@ -8,6 +8,7 @@
 #include "commands/CommandLine.h"
 #include "output/Layout.h"
 #include "output/Messages.h"
+#include "output/Pointer.h"
 #include "output/Terminal.h"
 #include "pipeline/Pipeline.h"
 #include "plugins/LineInstances.h"
@@ -76,16 +77,40 @@ bool CommandRunner::run(std::string const& line) {
       throw;
     }
   } catch (NotUnderstood const& failure) {
-    diagnostics_.showTrace();
+    diagnostics_.showRecords();
     Messages::show(failure.what());
     pointOut(line, failure.stage());
   } catch (CommandFailure const& failure) {
-    diagnostics_.showTrace();
-    Messages::show(failure.what(), failure.lines());
+    explain(line, failure);
   } catch (Interrupted const&) {
     output_.drop();
   }
   return false;
+}
+
+// A component that fails says in its log why, as a filter whose pattern is
+// malformed.
+void CommandRunner::explain(std::string const& line,
+                            CommandFailure const& failure) {
+  auto const reason = diagnostics_.takeReason();
+  if (!reason || failure.stage() == 0) {
+    return Messages::show(failure.what(), failure.lines());
+  }
+  Messages::show(std::string(failure.what()) + ": " + reason->sentence,
+                 failure.lines());
+  if (reason->place) pointAt(line, failure.stage(), *reason->place);
+}
+
+void CommandRunner::pointAt(std::string const& line, std::size_t stage,
+                            FailureReason::Place const& place) const {
+  std::size_t begin = CommandLine::findInStage(line, stage, place.text);
+  if (begin == std::string::npos) {
+    begin = CommandLine::findInStage(line, stage, place.inBytes());
+  }
+  if (begin == std::string::npos || ::isatty(STDERR_FILENO) == 0) return;
+  std::cerr << Pointer::behind(line.substr(0, begin + place.offset), line, "",
+                               Terminal::size().columns)
+            << std::flush;
 }
 
 // Only for an operator: a log is better off with one line for each failure.
@@ -93,7 +118,7 @@ void CommandRunner::pointOut(std::string const& line, std::size_t stage) {
   if (::isatty(STDERR_FILENO) == 0) return;
   std::cerr << completer_.pointOut(line, stage, Terminal::size().columns)
             << std::flush;
-  diagnostics_.dropTrace();
+  diagnostics_.dropRecords();
 }
 
 // Abbreviations are looked for only in a stage that is not understood as it

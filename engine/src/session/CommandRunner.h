@@ -32,6 +32,9 @@ class CommandRunner {
   bool run(std::string const& line);
 
  private:
+  void explain(std::string const& line, CommandFailure const& failure);
+  void pointAt(std::string const& line, std::size_t stage,
+               FailureReason::Place const& place) const;
   void pointOut(std::string const& line, std::size_t stage);
   void runInFull(std::vector<StageText> stages);
   void runStages(std::vector<StageText> const& stages);

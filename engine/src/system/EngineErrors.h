@@ -19,28 +19,28 @@ class SourceFailure : public std::runtime_error {
 // the stage.
 class CommandFailure : public std::runtime_error {
  public:
-  explicit CommandFailure(std::string const& sentence, std::string lines = "")
-      : std::runtime_error(sentence), lines_(std::move(lines)) {}
+  // `stage`: the pipe command that failed, counted from 1 in the line as it was
+  // typed; 0 when it was none.
+  explicit CommandFailure(std::string const& sentence, std::string lines = "",
+                          std::size_t stage = 0)
+      : std::runtime_error(sentence), lines_(std::move(lines)), stage_(stage) {}
 
   // What the failing component answered to be printed, each line with its line
   // feed; often empty.
   std::string const& lines() const { return lines_; }
 
+  std::size_t stage() const { return stage_; }
+
  private:
   std::string lines_;
+  std::size_t stage_;
 };
 
 // A stage is no command that is known, or not the whole of one.
 class NotUnderstood : public CommandFailure {
  public:
-  // `stage`: counted from 1, in the line as it was typed.
   NotUnderstood(std::size_t stage, std::string const& sentence)
-      : CommandFailure(sentence), stage_(stage) {}
-
-  std::size_t stage() const { return stage_; }
-
- private:
-  std::size_t stage_;
+      : CommandFailure(sentence, "", stage) {}
 };
 
 // A plug-in cannot be used: what() is a plain sentence that names it.

@@ -153,5 +153,25 @@ TEST(CommandLineTest, unquoted) {
   }
 }
 
+TEST(CommandLineTest, findInStage) {
+  constexpr std::size_t kNone = std::string::npos;
+  struct {
+    std::string line;
+    std::size_t stage;
+    std::string text;
+    std::size_t found;
+  } const rows[] = {
+      {"echo ( | filter (", 1, "(", 5},  {"echo ( | filter (", 2, "(", 16},
+      {"f ( ( | (", 1, "(", 4},          {"f \"a (b\" | (", 1, "(b", 5},
+      {"f \"a | (b\" | (", 1, "| (", 5}, {"a b | b", 1, "a b", kNone},
+      {"ab | a", 2, "ab", kNone},        {"ab |", 2, "ab", kNone},
+  };
+  for (auto const& row : rows) {
+    EXPECT_EQ(CommandLine::findInStage(row.line, row.stage, row.text),
+              row.found)
+        << row.line;
+  }
+}
+
 }  // namespace
 }  // namespace QorCliEngine

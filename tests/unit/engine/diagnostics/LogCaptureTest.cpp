@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "QorLoggingWrapper.h"
-#include "diagnostics/TraceCapture.h"
+#include "diagnostics/LogCapture.h"
 
 namespace QorCliEngine {
 namespace {
@@ -18,10 +18,11 @@ std::string recordOf(std::string const& text) {
 }
 
 // One test, because the logging facade is made once in a process.
-TEST(TraceCaptureTest, recordsAreTakenOnceAndNoneIsLost) {
+TEST(LogCaptureTest, recordsAreTakenOnceAndNoneIsLost) {
   ::setenv("QOR_LOG_LEVEL", "3", 1);
   ::unsetenv("QOR_LOG_FILE");
-  TraceCapture capture;
+  LogCapture capture(LogCapture::Kind::kTrace);
+  EXPECT_TRUE(capture.isOnly());
   EXPECT_STREQ(std::getenv("QOR_LOG_LEVEL"), "3");
   EXPECT_EQ(std::getenv("QOR_LOG_FILE"), nullptr);
   EXPECT_EQ(Qor::LoggingWrapper::instance().get_level(), 10U);
@@ -43,6 +44,11 @@ TEST(TraceCaptureTest, recordsAreTakenOnceAndNoneIsLost) {
   EXPECT_EQ(capture.take(), expected);
   trace("after");
   EXPECT_EQ(capture.take(), recordOf("after"));
+
+  trace("dropped");
+  capture.drop();
+  trace("kept");
+  EXPECT_EQ(capture.take(), recordOf("kept"));
 }
 
 }  // namespace

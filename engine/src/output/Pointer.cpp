@@ -1,0 +1,25 @@
+#include "output/Pointer.h"
+
+#include "output/ControlCharacters.h"
+#include "output/Layout.h"
+
+namespace QorCliEngine {
+namespace {
+
+constexpr std::size_t kIndent = 2;  // cells
+
+}  // namespace
+
+std::string Pointer::behind(std::string const& before, std::string const& line,
+                            std::string const& words, std::size_t width) {
+  std::string const shown = ControlCharacters::visible(line);
+  std::size_t const mark = Layout::width(ControlCharacters::visible(before));
+  std::string const indent(kIndent, ' ');
+  std::string const end = words.empty() ? "\n" : ' ' + words + '\n';
+  if (Layout::width(shown) + kIndent >= width) {
+    return words.empty() ? "" : indent + words + '\n';
+  }
+  return indent + shown + '\n' + indent + std::string(mark, ' ') + '^' + end;
+}
+
+}  // namespace QorCliEngine
