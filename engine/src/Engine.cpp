@@ -28,6 +28,12 @@ std::unique_ptr<OutputWriter> makeOutput(Options const& options) {
   return std::make_unique<OutputWriter>(form);
 }
 
+std::string asText(std::vector<std::string> const& lines) {
+  std::string text;
+  for (std::string const& line : lines) text += line + '\n';
+  return text;
+}
+
 }  // namespace
 
 Engine::Engine(Options const& options)
@@ -39,11 +45,19 @@ Engine::Engine(Options const& options)
       sourceCommands_(
           session_,
           {[this] { return completer_.commandList(Terminal::size().columns); },
+           [this] { return asText(history().lines()); },
            [this] {
              return TreeDrawing::lines(completer_.commandTrees(),
                                        Terminal::size().columns);
            },
-           [this] { return TreeDrawing::graph(completer_.commandTrees()); }}),
+           [this] { return TreeDrawing::graph(completer_.commandTrees()); },
+           [] { return std::string("qorcli " QOR_ENGINE_VERSION "\n"); },
+           [this](std::string const& command) {
+             return completer_.commandHelp(command, Terminal::size().columns);
+           },
+           [this](std::string const& word) {
+             return completer_.commandNames(word);
+           }}),
       completer_(session_, sourceCommands_),
       runner_(plugins_, session_, sourceCommands_, completer_, input_, *output_,
               diagnostics_) {}
@@ -93,8 +107,14 @@ int Engine::runScript() {
 }
 
 int Engine::runShell() {
-  Shell shell(session_, completer_, runner_);
+  Shell shell(session_, completer_, history(), runner_);
   return shell.run() ? kExitSuccess : kExitFailedCommand;
+}
+
+// Few runs need it, and making it makes its file.
+History& Engine::history() {
+  if (!history_) history_.emplace();
+  return *history_;
 }
 
 int Engine::printCandidates(QorCliActionEnum_2T action,

@@ -2,6 +2,7 @@
 #define QOR_CLI_ENGINE_ENGINE_H
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "plugins/Plugins.h"
 #include "session/CommandRunner.h"
 #include "sources/StandardInput.h"
+#include "terminal/History.h"
 
 namespace QorCliEngine {
 
@@ -33,6 +35,7 @@ class Engine {
   int runLines();
   int runScript();
   int runShell();
+  History& history();
   int printCandidates(QorCliActionEnum_2T action, std::string const& line);
 
   Options const& options_;
@@ -44,6 +47,7 @@ class Engine {
   SourceCommands sourceCommands_;
   Completer completer_;
   CommandRunner runner_;
+  std::optional<History> history_;
 };
 
 }  // namespace QorCliEngine

@@ -41,6 +41,8 @@ std::vector<std::string> linesOf(Words const& words, std::size_t count) {
   return lines;
 }
 
+std::string noText() { return ""; }
+
 class DroppingWriter : public OutputWriter {
  public:
   void writeIfFull() override { buffer().clear(); }
@@ -102,8 +104,9 @@ class LineEnds : public testing::Test {
   Session session_{0, "", "tester"};
   SourceCommands sourceCommands_{
       session_,
-      {[] { return std::string(); }, [] { return std::string(); },
-       [] { return std::string(); }}};
+      {noText, noText, noText, noText, noText,
+       [](std::string const&) { return std::string(); },
+       [](std::string const&) { return Words(); }}};
   Completer completer_{session_, sourceCommands_};
   StandardInput input_;
   DroppingWriter output_;

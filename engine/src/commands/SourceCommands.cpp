@@ -24,6 +24,7 @@ namespace {
 using QorCliUtilities::ACKeyword;
 using QorCliUtilities::AutoCompleteNode;
 using QorCliUtilities::LinesOutput;
+using Count = ArgumentsNode::Count;
 
 constexpr char kBadQuotes[] =
     "quoted text must stand alone, with blanks around it";
@@ -49,7 +50,7 @@ AutoCompleteNode* option(char const* word, char const* help) {
 
 std::string joined(std::vector<std::string> words) {
   for (std::string& word : words) word = CommandLine::unquoted(word);
-  return Poco::cat(std::string(" "), words.begin(), words.end()) + '\n';
+  return Poco::cat(std::string(" "), words.begin(), words.end());
 }
 
 // The path that a word stands for.
@@ -101,20 +102,7 @@ class QuitSource : public TextSource {
 SourceCommands::SourceCommands(Session& session, Texts const& texts)
     : session_(session) {
   using Words = std::vector<std::string>;
-  using Count = ArgumentsNode::Count;
-  add("Show file",
-      {keyword("show", kShowHelp, Ends::kLater),
-       keyword("file", "Print a file", Ends::kLater),
-       new PathNode(2, Count::kOne, "<path>", "The file to print")},
-      2, makeFileSource);
-  addText("Show tree",
-          {keyword("show", kShowHelp, Ends::kLater),
-           keyword("tree", kTreeHelp, Ends::kHere)},
-          texts.tree);
-  addText("Show tree as graph",
-          {keyword("show", kShowHelp, Ends::kLater),
-           keyword("tree", kTreeHelp, Ends::kHere), option("--dot", kDotHelp)},
-          texts.graph);
+  addShow(texts);
   add("Run",
       {keyword("run", "Run a program and print its output", Ends::kLater),
        new ProgramNode(1, Count::kMany, "<program>",
@@ -127,12 +115,52 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
       {keyword("echo", "Print a text", Ends::kLater),
        new ArgumentsNode(1, Count::kMany, "<text>", "The text to print")},
       1, [](Words const& words) {
-        return std::make_unique<TextSource>(joined(words));
+        return std::make_unique<TextSource>(joined(words) + '\n');
       });
-  addText("Help", {keyword("help", "List all commands", Ends::kHere)},
-          texts.help);
-  add("Quit", {keyword("quit", "Leave", Ends::kHere)}, 1,
-      [this](Words const&) { return std::make_unique<QuitSource>(session_); });
+  addHelp(texts);
+  for (char const* word : {"quit", "exit", "end"}) addQuit(word);
+}
+
+void SourceCommands::addShow(Texts const& texts) {
+  using Words = std::vector<std::string>;
+  auto const show = [] { return keyword("show", kShowHelp, Ends::kLater); };
+  auto const tree = [] { return keyword("tree", kTreeHelp, Ends::kHere); };
+  add("Show file",
+      {show(), keyword("file", "Print a file", Ends::kLater),
+       new PathNode(2, Count::kOne, "<path>", "The file to print")},
+      2, makeFileSource);
+  addText("Show history",
+          {show(),
+           keyword("history", "Print the lines that were typed", Ends::kHere)},
+          texts.history);
+  addText("Show tree", {show(), tree()}, texts.tree);
+  addText("Show tree as graph", {show(), tree(), option("--dot", kDotHelp)},
+          texts.graph);
+  addText(
+      "Show version",
+      {show(), keyword("version", "Print the engine's version", Ends::kHere)},
+      texts.version);
+}
+
+void SourceCommands::addHelp(Texts const& texts) {
+  auto const help = [] {
+    return keyword("help", "List all commands, or explain one", Ends::kHere);
+  };
+  addText("Help", {help()}, texts.help);
+  add("Help with a command",
+      {help(), new CommandNode(1, "<command>", "The command to explain",
+                               texts.commandNames)},
+      1, [make = texts.commandHelp](std::vector<std::string> const& words) {
+        return std::make_unique<MadeTextSource>(
+            [make, command = joined(words)] { return make(command); });
+      });
+}
+
+void SourceCommands::addQuit(char const* word) {
+  add("Quit", {keyword(word, "Leave", Ends::kHere)}, 1,
+      [this](std::vector<std::string> const&) {
+        return std::make_unique<QuitSource>(session_);
+      });
 }
 
 bool SourceCommands::knows(std::string const& word, bool begun) const {

@@ -9,6 +9,7 @@
 #include "AutoCompleteNode.h"
 #include "AutoCompleteTree.h"
 #include "calls/Session.h"
+#include "commands/CommandNode.h"
 #include "commands/SourceCommand.h"
 #include "sources/Source.h"
 
@@ -16,19 +17,24 @@ namespace QorCliEngine {
 
 // The engine's own commands, which print the text that a line works on:
 //
-//   show file PATH, show tree [--dot], run PROGRAM [ARG...], echo TEXT, help,
-//   quit
+//   show file PATH, show history, show tree [--dot], show version,
+//   run PROGRAM [ARG...], echo TEXT, help [COMMAND], and quit, exit and end
 //
 // They stand in a command tree, which completes and helps them. One thread.
 class SourceCommands {
  public:
   using TextMaker = std::function<std::string()>;
 
-  // What makes the texts that commands print.
+  // What makes the texts that commands print. May throw SourceFailure.
   struct Texts {
-    TextMaker help;   // help
-    TextMaker tree;   // show tree
-    TextMaker graph;  // show tree --dot
+    TextMaker help;     // help
+    TextMaker history;  // show history
+    TextMaker tree;     // show tree
+    TextMaker graph;    // show tree --dot
+    TextMaker version;  // show version
+    // help COMMAND, for the words of the command
+    std::function<std::string(std::string const& command)> commandHelp;
+    CommandNode::Names commandNames;  // that complete the word behind help
   };
 
   // `session` is not owned.
@@ -47,6 +53,9 @@ class SourceCommands {
              std::vector<QorCliUtilities::AutoCompleteResult>& candidates);
 
  private:
+  void addShow(Texts const& texts);
+  void addHelp(Texts const& texts);
+  void addQuit(char const* word);
   void addText(char const* name,
                std::vector<QorCliUtilities::AutoCompleteNode*>, TextMaker text);
   void add(char const* name, std::vector<QorCliUtilities::AutoCompleteNode*>,

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "AutoCompleteNode.h"
 #include "calls/CandidateContext.h"
 #include "calls/StatusText.h"
 #include "commands/CommandLine.h"
@@ -14,6 +15,8 @@
 
 namespace QorCliEngine {
 namespace {
+
+using QorCliUtilities::AutoCompleteNode;
 
 constexpr std::size_t kMostExpected = 10;  // words
 constexpr char kExpected[] = "expected ";
@@ -198,9 +201,8 @@ std::string Completer::pointOut(std::string const& line, std::size_t stage,
     auto const word = unknownWord(typed);
     typed = word ? typed.substr(0, word->begin) : typed + ' ';
     std::string const list = expectedBehind(typed);
-    return list.empty()
-               ? ""
-               : Pointer::behind(typed, line, kExpected + list, width);
+    return list.empty() ? ""
+                        : Pointer::behind(typed, line, kExpected + list, width);
   } catch (CommandFailure const&) {
     return "";
   }
@@ -235,6 +237,43 @@ std::string Completer::commandList(std::size_t width) {
          kPipeCommands + ":\n" + listFor("|") +
          "\nPut a | between them:\n"
          "  show file /etc/passwd | filter -i root\n";
+}
+
+// For a command in the first stage and for one behind it.
+std::vector<Candidate> Completer::helpAnywhere(std::string const& command) {
+  std::vector<Candidate> both = ask(QOR_CLI_ACTION_HELP, command);
+  for (Candidate& candidate : ask(QOR_CLI_ACTION_HELP, kLaterStage + command)) {
+    both.push_back(std::move(candidate));
+  }
+  return Candidates::merged(std::move(both));
+}
+
+std::string Completer::commandHelp(std::string const& command,
+                                   std::size_t width) {
+  std::vector<Candidate> words = helpAnywhere(command);
+  words.erase(std::remove_if(words.begin(), words.end(),
+                             [](Candidate const& candidate) {
+                               return candidate.token != QOR_CLI_TOKEN_WORD;
+                             }),
+              words.end());
+  if (words.empty()) {
+    throw SourceFailure("there is no command \"" + command + '"');
+  }
+  std::string const list = Candidates::helpList(words, width);
+  if (words.size() > 1) return list;
+  std::string const next =
+      Candidates::helpList(helpAnywhere(command + ' '), width);
+  return list + (next.empty() ? "" : '\n' + next);
+}
+
+std::vector<std::string> Completer::commandNames(std::string const& word) {
+  std::vector<std::string> names;
+  for (Candidate const& candidate : helpAnywhere(word)) {
+    if (AutoCompleteNode::match(candidate.completion, word)) {
+      names.push_back(candidate.completion);
+    }
+  }
+  return names;
 }
 
 std::vector<TreeWord> Completer::commandTrees() {

@@ -63,6 +63,14 @@ class Completer {
   // What the command help prints. `width` as in Layout.
   std::string commandList(std::size_t width);
 
+  // What the command help prints of one: what it does and what may follow it;
+  // of several that begin so, what they do. Throws SourceFailure when there is
+  // none.
+  std::string commandHelp(std::string const& command, std::size_t width);
+
+  // The first words of commands that begin as `word` does, sorted.
+  std::vector<std::string> commandNames(std::string const& word);
+
   // The trees of the engine's own commands and of each component's.
   std::vector<TreeWord> commandTrees();
 
@@ -81,6 +89,7 @@ class Completer {
   bool understands(std::size_t stage, std::string const& text);
   bool isUnderstood(std::size_t stage, std::string const& text);
   std::string endedBy(std::string const& line);
+  std::vector<Candidate> helpAnywhere(std::string const& command);
   void askComponents(QorCliActionEnum_2T action, std::string const& stage,
                      std::vector<Candidate>& candidates);
   void askComponent(PipeComponent const& component, QorCliActionEnum_2T action,

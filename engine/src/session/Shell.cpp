@@ -1,12 +1,16 @@
 #include "session/Shell.h"
 
+#include <Poco/String.h>
 #include <unistd.h>
 
 #include <clocale>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
+#include "output/ControlCharacters.h"
 #include "output/Layout.h"
+#include "output/Messages.h"
 #include "output/Terminal.h"
 #include "system/Interrupts.h"
 #include "terminal/History.h"
@@ -14,6 +18,9 @@
 
 namespace QorCliEngine {
 namespace {
+
+// What stands for the last line.
+constexpr std::string_view kRepeat = "!!";
 
 std::string banner() {
   return Layout::inTwoColumns(
@@ -31,10 +38,22 @@ void chooseEncoding() {
   if (none) std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
+// Whether a line is the last one again, perhaps piped further.
+bool isRepetition(std::string const& line) {
+  std::string const text = Poco::trim(line);
+  if (text.rfind(kRepeat, 0) != 0) return false;
+  std::string const behind = Poco::trimLeft(text.substr(kRepeat.size()));
+  return behind.empty() || behind.front() == '|';
+}
+
 }  // namespace
 
-Shell::Shell(Session& session, Completer& completer, CommandRunner& runner)
-    : session_(session), completer_(completer), runner_(runner) {}
+Shell::Shell(Session& session, Completer& completer, History& history,
+             CommandRunner& runner)
+    : session_(session),
+      completer_(completer),
+      history_(history),
+      runner_(runner) {}
 
 bool Shell::run() {
   chooseEncoding();
@@ -43,16 +62,32 @@ bool Shell::run() {
   // too.
   std::FILE* const screen = ::isatty(STDOUT_FILENO) != 0 ? stdout : stderr;
   std::fputs(banner().c_str(), screen);
-  History history;
-  LineEditor editor(session_, completer_, history, screen);
+  LineEditor editor(session_, completer_, history_, screen);
   bool succeeded = true;
   std::string line;
   while (!session_.isShutDown() && !Interrupts::leaving() &&
          editor.read(line)) {
-    if (!line.empty()) history.add(line);
+    bool const repeats = isRepetition(line);
+    if (repeats && !repeat(line)) continue;
+    if (repeats)
+      std::fprintf(screen, "%s\n", ControlCharacters::visible(line).c_str());
+    if (!line.empty()) history_.add(line);
     succeeded = runLine(line);
   }
   return succeeded;
+}
+
+// Puts the last line in the place of what stands for it; false when there is
+// none.
+bool Shell::repeat(std::string& line) const {
+  std::vector<std::string> const lines = history_.lines();
+  if (lines.empty()) {
+    Messages::show("there is no line to repeat");
+    return false;
+  }
+  std::string const behind = line.substr(line.find(kRepeat) + kRepeat.size());
+  line = lines.back() + Poco::trimRight(behind);
+  return true;
 }
 
 bool Shell::runLine(std::string const& line) {

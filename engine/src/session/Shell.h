@@ -4,6 +4,7 @@
 #include "calls/Session.h"
 #include "completion/Completer.h"
 #include "session/CommandRunner.h"
+#include "terminal/History.h"
 
 namespace QorCliEngine {
 
@@ -12,16 +13,19 @@ namespace QorCliEngine {
 class Shell {
  public:
   // No argument is owned.
-  Shell(Session& session, Completer& completer, CommandRunner& runner);
+  Shell(Session& session, Completer& completer, History& history,
+        CommandRunner& runner);
 
   // Returns whether the last command succeeded. Throws OutputClosed.
   bool run();
 
  private:
+  bool repeat(std::string& line) const;
   bool runLine(std::string const& line);
 
   Session& session_;
   Completer& completer_;
+  History& history_;
   CommandRunner& runner_;
 };
 

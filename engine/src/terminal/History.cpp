@@ -28,4 +28,14 @@ void History::add(std::string const& line) {
   if (isNew) file_.append(line);
 }
 
+std::vector<std::string> History::lines() const {
+  std::vector<std::string> lines;
+  HistEvent event;
+  for (int found = edit().history(history_, &event, H_LAST); found >= 0;
+       found = edit().history(history_, &event, H_PREV)) {
+    lines.emplace_back(event.str);
+  }
+  return lines;
+}
+
 }  // namespace QorCliEngine

@@ -4,6 +4,7 @@
 #include <histedit.h>
 
 #include <string>
+#include <vector>
 
 #include "terminal/HistoryFile.h"
 
@@ -23,6 +24,9 @@ class History {
   // Keeps a line, in the file at once. A line that repeats the one before it is
   // kept once.
   void add(std::string const& line);
+
+  // The lines, the oldest first.
+  std::vector<std::string> lines() const;
 
   // For the line editor. Valid as long as this object.
   ::History* handle() const { return history_; }

@@ -77,9 +77,14 @@ TEST(CompleterTest, makesNoTextToTellWhatMayFollowIt) {
   };
   Offering const offering;
   Session session(0, "", "tester");
-  SourceCommands sourceCommands(session, {make, make, make});
+  SourceCommands sourceCommands(
+      session,
+      {make, make, make, make, make, [&](std::string const&) { return make(); },
+       [](std::string const&) { return std::vector<std::string>(); }});
   Completer completer(session, sourceCommands);
-  for (std::string const line : {"help", "show tree", "show tree --dot"}) {
+  for (std::string const line :
+       {"help", "help echo", "show history", "show tree", "show tree --dot",
+        "show version"}) {
     EXPECT_TRUE(Candidates::offerReturn(completer.help(line))) << line;
     completer.help(line + " | x");
     EXPECT_EQ(made, 0U) << line;

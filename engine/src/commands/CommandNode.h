@@ -1,0 +1,43 @@
+#ifndef QOR_CLI_ENGINE_COMMAND_NODE_H
+#define QOR_CLI_ENGINE_COMMAND_NODE_H
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "commands/ArgumentsNode.h"
+
+namespace QorCliEngine {
+
+// Arguments that are the words of a command: offers the commands whose first
+// word begins as the word does.
+class CommandNode : public ArgumentsNode {
+ public:
+  // Returns the first words of commands that begin as `word` does.
+  using Names =
+      std::function<std::vector<std::string>(std::string const& word)>;
+
+  CommandNode(unsigned wordsBefore, std::string placeholder, std::string help,
+              Names names)
+      : ArgumentsNode(wordsBefore, Count::kMany, std::move(placeholder),
+                      std::move(help)),
+        names_(std::move(names)) {}
+
+ protected:
+  void offerWords(std::string const& word,
+                  std::vector<QorCliUtilities::AutoCompleteResult>& results)
+      const override {
+    for (std::string const& name : names_(word)) {
+      addPossibility({QOR_CLI_SORT_COMMAND, name}, name, "", QOR_CLI_TOKEN_WORD,
+                     results);
+    }
+  }
+
+ private:
+  Names names_;
+};
+
+}  // namespace QorCliEngine
+
+#endif
