@@ -122,7 +122,6 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
 }
 
 void SourceCommands::addShow(Texts const& texts) {
-  using Words = std::vector<std::string>;
   auto const show = [] { return keyword("show", kShowHelp, Ends::kLater); };
   auto const tree = [] { return keyword("tree", kTreeHelp, Ends::kHere); };
   add("Show file",

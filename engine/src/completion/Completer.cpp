@@ -200,9 +200,10 @@ std::string Completer::pointOut(std::string const& line, std::size_t stage,
     }
     auto const word = unknownWord(typed);
     typed = word ? typed.substr(0, word->begin) : typed + ' ';
-    std::string const list = expectedBehind(typed);
-    return list.empty() ? ""
-                        : Pointer::behind(typed, line, kExpected + list, width);
+    std::string const words = expectedBehind(typed);
+    return words.empty()
+               ? ""
+               : Pointer::behind(typed, line, kExpected + words, width);
   } catch (CommandFailure const&) {
     return "";
   }
@@ -211,7 +212,7 @@ std::string Completer::pointOut(std::string const& line, std::size_t stage,
 // Cuts off the last word of `typed` when nothing may follow it: it is only the
 // beginning of one that is known.
 std::string Completer::expectedBehind(std::string& typed) {
-  std::string const list = expected(typed);
+  std::string list = expected(typed);
   if (!list.empty()) return list;
   Poco::trimRightInPlace(typed);
   typed.resize(CommandLine::typedEnd(typed).wordBegin);
@@ -259,7 +260,7 @@ std::string Completer::commandHelp(std::string const& command,
   if (words.empty()) {
     throw SourceFailure("there is no command \"" + command + '"');
   }
-  std::string const list = Candidates::helpList(words, width);
+  std::string list = Candidates::helpList(words, width);
   if (words.size() > 1) return list;
   std::string const next =
       Candidates::helpList(helpAnywhere(command + ' '), width);

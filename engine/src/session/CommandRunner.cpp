@@ -30,6 +30,7 @@ void refuseEmptyStages(std::vector<std::string> const& texts) {
 
 std::vector<StageText> asTyped(std::vector<std::string> const& texts) {
   std::vector<StageText> stages;
+  stages.reserve(texts.size());
   for (std::string const& text : texts) {
     stages.push_back({stages.size() + 1, text, text});
   }

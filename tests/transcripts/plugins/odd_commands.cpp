@@ -170,6 +170,9 @@ void offerOddities(QorCliApiContext_5* context, unsigned actionId,
     offer(context, actionId, "ge-0/0/1", "A port", 6, "ge-0/0/1");
     offer(context, actionId, "ge-0/0/2", "A port", 6, "ge-0/0/2");
   }
+  if (line == "fail-later ") {
+    offer(context, actionId, "reason", "Offered all the same", 6, "reason");
+  }
   if (line.rfind("count-lines ", 0) != 0) return;
   offer(context, actionId, "zebra", "Last by key, first by rank", 1, "z");
   offer(context, actionId, "apple", "By key the first", 6, "a");
@@ -194,9 +197,11 @@ QorReturnT useModule(QorCliApiContext_5* context, unsigned action,
         line.rfind("show-pieces", 0) == 0) {
       offer(context, actionId, "<cr>", "", 7, "<cr>");
     }
-    return 0;
+    return line == "fail-later " ? 4 : 0;
   }
   auto const found = commands.find(line);
+  if (line == "print-unknown")
+    Call{context, actionId, matches, input}.print("not mine");
   if (found == commands.end()) return 0;
   ++*matches;
   return found->second({context, actionId, matches, input});

@@ -58,6 +58,9 @@ TEST(CandidatesTest, complete) {
       {"d", {offered("\"dir two/")}, "\"dir two/", false},
       {"x", {offered("<text>")}, "x", true},
       {"word", {option}, "word -i ", false},
+      {"x", {offered("x\xC3\xA4"), offered("x\xC3\xB6")}, "x", true},
+      {"", {offered("\xC3\xA4y"), offered("\xC3\xA4z")}, "\xC3\xA4", true},
+      {"", {offered("\"")}, "\"", false},
   };
   for (auto const& row : rows) {
     auto const completion = Candidates::complete(row.word, row.candidates);

@@ -114,6 +114,38 @@ TEST_F(Interfaces, AreThoseOfOneComponentOfAName) {
   EXPECT_TRUE(registration.components().empty());
 }
 
+TEST(PipeInterfaces, NeedTheFunctionsThatAreCalled) {
+  using Record = QorCliApiPipeCommandComponent_1;
+  Record const whole{
+      {"Piping", "QorCliApiPipeCommandComponent", "1"},
+      [](QorCliApiContext_5*, unsigned, unsigned, unsigned*, char const*,
+         char const*) { return QorReturnT{0}; },
+      [] { return "piping"; },
+      [](QorCliApiContext_5*, unsigned) { return QorReturnT{0}; }};
+  struct {
+    void (*take)(Record&);
+    QorReturnT status;
+  } const rows[] = {
+      {[](Record&) {}, QOR_RETURN_SUCCESS},
+      {[](Record& record) { record.useModule = nullptr; },
+       QOR_RETURN_INVALID_ARGUMENT},
+      {[](Record& record) { record.inputComplete = nullptr; },
+       QOR_RETURN_INVALID_ARGUMENT},
+  };
+  for (auto const& row : rows) {
+    Record record = whole;
+    row.take(record);
+    QorMgmtSpiInterface_1 const* const list[]{&record.identity, nullptr};
+    QorMgmtSpiComponent_1 component{{"Piping", "QorMgmtSpiComponent", "1"},
+                                    list,
+                                    nullptr,
+                                    [](QorStateChangeReason) { return 0; },
+                                    [](QorStateChangeReason) { return 0; }};
+    Framework framework;
+    EXPECT_EQ(framework.registerComponent(&component), row.status);
+  }
+}
+
 TEST(Portal, IsThatOfTheOneFramework) {
   auto const* const accessor = Framework::instance().accessor();
   EXPECT_EQ(accessor->getPortal("2"), nullptr);

@@ -42,6 +42,15 @@ TEST(LineChunkerTest, takesWholeLinesAndKeepsTheRest) {
   EXPECT_EQ(terminated(filled.takeRest()), "");
 }
 
+// A read that ends before a line feed, which the next one begins with.
+TEST(LineChunkerTest, takesALineFeedThatComesAlone) {
+  LineChunker chunker;
+  fill(chunker, "a\nb");
+  fill(chunker, "\n");
+  EXPECT_EQ(terminated(chunker.takeLines()), "a\nb\n");
+  EXPECT_EQ(terminated(chunker.takeRest()), "");
+}
+
 TEST(LineChunkerTest, endsTheLastLine) {
   LineChunker chunker;
   chunker.append("a\nb");

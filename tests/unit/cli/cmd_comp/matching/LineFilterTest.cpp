@@ -76,6 +76,26 @@ TEST(LineFilterTest, PushesInvertedSelection) {
   }
 }
 
+TEST(LineFilterTest, IgnoresCaseOfEitherSide) {
+  for (auto const& [pattern, text] :
+       {std::pair("zoo", "ZOO\n"), std::pair("ZOO", "zoo\n"),
+        std::pair("zOo", "ZoO\n")}) {
+    LineFilter filter(pattern, true);
+    RecordingSink sink;
+    filter.filter(text, false, sink);
+    EXPECT_EQ(sink.lines().front().front(), '+') << pattern;
+  }
+}
+
+TEST(LineFilterTest, LooksAtAllOfALongPlainPattern) {
+  for (std::size_t const size : {63, 64, 65, 66, 130}) {
+    std::string const begin(size - 1, 'a');
+    EXPECT_EQ((Texts{"-" + begin + "c", "+" + begin + "b", "-" + begin}),
+              pushed(begin + 'b', begin + "c\n" + begin + "b\n" + begin + '\n'))
+        << size;
+  }
+}
+
 TEST(LineFilterTest, PushesUnmatchedLinesTogether) {
   LineFilter filter("b", false);
   RecordingSink sink;
