@@ -1,6 +1,7 @@
 #ifndef QOR_CLI_ENGINE_COMMAND_NODE_H
 #define QOR_CLI_ENGINE_COMMAND_NODE_H
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <utility>
@@ -25,9 +26,10 @@ class CommandNode : public ArgumentsNode {
         names_(std::move(names)) {}
 
  protected:
-  void offerWords(std::string const& word,
+  void offerWords(std::size_t index, std::string const& word,
                   std::vector<QorCliUtilities::AutoCompleteResult>& results)
       const override {
+    if (index != 0) return;
     for (std::string const& name : names_(word)) {
       addPossibility({QOR_CLI_SORT_COMMAND, name}, name, "", QOR_CLI_TOKEN_WORD,
                      results);
