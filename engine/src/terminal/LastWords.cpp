@@ -6,7 +6,7 @@ namespace QorCliEngine {
 
 std::string LastWords::next() {
   for (lines_.goOlder(); !lines_.failed(); lines_.goOlder()) {
-    std::string const word = CommandLine::lastWord(lines_.line());
+    std::string word = CommandLine::lastWord(lines_.line());
     if (!word.empty()) return word;
   }
   return "";
