@@ -117,7 +117,7 @@ set(CPACK_DEBIAN_COMMON_PACKAGE_CONTROL_EXTRA ${documents}/shlibs
                                               ${documents}/triggers)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${common_folder})
 if(CMAKE_CROSSCOMPILING)
-  # What they depend on is said by the packages of that architecture.
+  # dpkg-shlibdeps finds the libraries of that architecture, and their packages.
   set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${QOR_ARCHITECTURE})
   list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
        ${CMAKE_SYSROOT}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}

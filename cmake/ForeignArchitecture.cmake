@@ -17,8 +17,9 @@ list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QOR_ARCHITECTURE)
 set(CMAKE_SYSTEM_NAME Linux)
 string(REGEX MATCH "^[^-]+" CMAKE_SYSTEM_PROCESSOR ${triplet})
 set(CMAKE_CXX_COMPILER ${root}/usr/bin/${triplet}-g++)
-# The assembler and the linker are installed.
-set(CMAKE_CXX_FLAGS_INIT -B/usr/${triplet}/bin)
+# The assembler and the linker are installed. On Arm, g++ notes wherever version 7
+# changed how arguments are passed.
+set(CMAKE_CXX_FLAGS_INIT "-B/usr/${triplet}/bin -Wno-psabi")
 set(CMAKE_SYSROOT ${root})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

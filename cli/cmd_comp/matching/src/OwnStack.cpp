@@ -68,13 +68,16 @@ class Reservation {
 struct Call {
   void (*work)(void*);
   void* argument;
-  ucontext_t caller;
-  ucontext_t own;
   std::exception_ptr thrown;
 };
 
 // The call in progress, or null.
 Call* current = nullptr;
+
+// Not on the caller's stack, which may be small: on 64-bit Arm, each takes more
+// than 4 KiB.
+ucontext_t callersContext;
+ucontext_t ownContext;
 
 // Exceptions must not leave this stack: the unwinder cannot cross it.
 void run() {
@@ -91,20 +94,20 @@ void run() {
 
 void switchTo(Reservation const& stack, Call& call) {
   [[maybe_unused]] void* callersFakeStack = nullptr;
-  if (getcontext(&call.own) != 0) throw std::bad_alloc();
-  call.own.uc_stack.ss_sp = stack.bottom();
-  call.own.uc_stack.ss_size = kStackSize;
-  call.own.uc_link = &call.caller;
-  makecontext(&call.own, run, 0);
+  if (getcontext(&ownContext) != 0) throw std::bad_alloc();
+  ownContext.uc_stack.ss_sp = stack.bottom();
+  ownContext.uc_stack.ss_size = kStackSize;
+  ownContext.uc_link = &callersContext;
+  makecontext(&ownContext, run, 0);
   current = &call;
   QOR_CLI_LEAVE_STACK(&callersFakeStack, stack.bottom(), kStackSize);
   // Returns twice, the second time when the work is done. swapcontext() would
   // do the same, but AddressSanitizer warns about each call.
   bool volatile isDone = false;
-  getcontext(&call.caller);
+  getcontext(&callersContext);
   if (!isDone) {
     isDone = true;
-    setcontext(&call.own);
+    setcontext(&ownContext);
   }
   QOR_CLI_ENTER_STACK(callersFakeStack, nullptr, nullptr);
   current = nullptr;
@@ -115,7 +118,7 @@ void switchTo(Reservation const& stack, Call& call) {
 void callOnOwnStack(void (*work)(void*), void* argument) {
   if (current != nullptr) return work(argument);
   static Reservation const stack;
-  Call call{work, argument, {}, {}, nullptr};
+  Call call{work, argument, nullptr};
   switchTo(stack, call);
   if (call.thrown) std::rethrow_exception(call.thrown);
 }

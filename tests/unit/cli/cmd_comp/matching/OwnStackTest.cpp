@@ -200,6 +200,12 @@ void runCoroutine() {
   }
 }
 
+TEST(OwnStack, TakesLittleOfTheCallersStack) {
+  bool enough = false;
+  qor_test::runOnCoroutineOf(8 * kKiB, [&] { enough = recursesDeeply(); });
+  EXPECT_TRUE(enough);
+}
+
 TEST(OwnStack, AllowsDeepRecursionInACoroutine) {
   std::vector<char> stack(kAlternateStack);
   ASSERT_EQ(0, getcontext(&coroutine));
