@@ -190,7 +190,9 @@ void HistoryFile::append(std::string const& line) {
   if (!file) return;
   std::setvbuf(file.get(), block.data(), _IOFBF, block.size());
   off_t const size = sizeOf(::fileno(file.get()));
-  if (endsInsideLine(::fileno(file.get()), size)) std::fputc('\n', file.get());
+  // Without the lock, it may be a line that another is just writing.
+  bool const cutOff = lock && endsInsideLine(::fileno(file.get()), size);
+  if (cutOff) std::fputc('\n', file.get());
   // Where the library is at the beginning of a file, it writes a heading.
   std::fseek(file.get(), 0, SEEK_END);
   save(SingleLine(line).get(), file.get());
