@@ -37,10 +37,12 @@ TEST(PlainExpressionTest, IgnoresCase) {
 // The pattern is too large for callouts, so it is matched with a match limit,
 // one start offset at a time.
 TEST(TimedExpressionTest, TriesEveryStartOffset) {
-  TimedExpression expression("b(?:" + std::string(20000, 'a') + "|c|z)", false);
+  TimedExpression expression("b(?:" + std::string(20000, 'a') + "|c|z|[]y])",
+                             false);
   TimeBudget budget(10);
   EXPECT_TRUE(expression.matches("bz", budget));
   EXPECT_TRUE(expression.matches("xxbc", budget));
+  EXPECT_TRUE(expression.matches("by", budget));
   EXPECT_FALSE(expression.matches("xxb", budget));
   EXPECT_FALSE(expression.matches("", budget));
   TimeBudget none(0);
