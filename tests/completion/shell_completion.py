@@ -100,8 +100,11 @@ CASES_OF = {
 # whether the key is Tab (9) or Tab for the second time, which lists (63).
 OFFERED = [
     (["qorcli", "-c", "'show "], 2, 63,
-     ["file  () Print a file", "tree  () Draw all commands as a tree"]),
-    (["qorcli", "-c", "'show "], 2, 9, ["show file", "show tree"]),
+     ["file  () Print a file", "history  () Print the lines that were typed",
+      "tree  () Draw all commands as a tree",
+      "version  () Print the engine's version"]),
+    (["qorcli", "-c", "'show "], 2, 9,
+     ["show file", "show history", "show tree", "show version"]),
     (["qorcli", "-c", "'echo "], 2, 9, []),
     (["qorcli", "-c", "'echo "], 2, 63, ["<text>  The text to print"]),
     # No help: neither is the rank.
@@ -121,11 +124,15 @@ OFFERED = [
 # What fish offers behind a line, each with its help.
 OFFERED_BY_FISH = [
     ("qorcli -c 'show ", ["show file \t() Print a file",
-                          "show tree \t() Draw all commands as a tree"]),
+                          "show history \t() Print the lines that were typed",
+                          "show tree \t() Draw all commands as a tree",
+                          "show version \t() Print the engine's version"]),
     # A candidate that stands alone would close the quote.
     ("qorcli -c 'SH", ["show \t() Print something that can be piped",
                        "show file \t() Print a file",
-                       "show tree \t() Draw all commands as a tree"]),
+                       "show history \t() Print the lines that were typed",
+                       "show tree \t() Draw all commands as a tree",
+                       "show version \t() Print the engine's version"]),
     ("qorcli -c 'ech", ["echo \t() Print a text", "echo  \t() Print a text"]),
     ("qorcli -c 'echo ", ["echo \t<text>  The text to print",
                           "echo  \t<text>  The text to print"]),
