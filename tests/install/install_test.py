@@ -109,7 +109,10 @@ def fish(installed, _):
             ["env", f"HOME={home}", f"PATH={qorcli.parent}:{os.environ['PATH']}",
              f"XDG_DATA_DIRS={installed.prefix}/share",
              "fish", "-c", "complete -C \"qorcli -c 'show \""],
-            "show file \t() Print a file\nshow tree \t() Draw all commands as a tree\n")
+            "show file \t() Print a file\n"
+            "show history \t() Print the lines that were typed\n"
+            "show tree \t() Draw all commands as a tree\n"
+            "show version \t() Print the engine's version\n")
 
 
 # What the consumer prints: for each of its patterns the lines that match, and a
