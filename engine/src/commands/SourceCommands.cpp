@@ -15,7 +15,6 @@
 #include "sources/FileSource.h"
 #include "sources/FilesSource.h"
 #include "sources/ProcessSource.h"
-#include "sources/TextSource.h"
 #include "system/EngineErrors.h"
 
 namespace QorCliEngine {
@@ -73,9 +72,9 @@ std::unique_ptr<Source> makeFileSource(std::vector<std::string> const& words) {
 
 // A text that is made when the line runs, not when it is understood: Tab and
 // "?" only ask whether it may run.
-class MadeTextSource : public Source {
+class TextSource : public Source {
  public:
-  explicit MadeTextSource(std::function<std::string()> make)
+  explicit TextSource(std::function<std::string()> make)
       : make_(std::move(make)) {}
 
   State read(LineChunker& chunker) override {
@@ -88,10 +87,11 @@ class MadeTextSource : public Source {
 };
 
 // Ends the session when the line runs, not when it is understood.
-class QuitSource : public TextSource {
+class QuitSource : public Source {
  public:
-  explicit QuitSource(Session& session) : TextSource(""), session_(session) {}
+  explicit QuitSource(Session& session) : session_(session) {}
   void start() override { session_.shutDown(); }
+  State read(LineChunker&) override { return State::kEnd; }
 
  private:
   Session& session_;
@@ -115,7 +115,8 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
       {keyword("echo", "Print a text", Ends::kLater),
        new ArgumentsNode(1, Count::kMany, "<text>", "The text to print")},
       1, [](Words const& words) {
-        return std::make_unique<TextSource>(joined(words) + '\n');
+        return std::make_unique<TextSource>(
+            [text = joined(words) + '\n'] { return text; });
       });
   addHelp(texts);
   for (char const* word : {"quit", "exit", "end"}) addQuit(word);
@@ -150,7 +151,7 @@ void SourceCommands::addHelp(Texts const& texts) {
       {help(), new CommandNode(1, "<command>", "The command to explain",
                                texts.commandNames)},
       1, [make = texts.commandHelp](std::vector<std::string> const& words) {
-        return std::make_unique<MadeTextSource>(
+        return std::make_unique<TextSource>(
             [make, command = joined(words)] { return make(command); });
       });
 }
@@ -200,7 +201,7 @@ void SourceCommands::addText(char const* name,
                              TextMaker text) {
   add(name, std::move(path), 1,
       [text = std::move(text)](std::vector<std::string> const&) {
-        return std::make_unique<MadeTextSource>(text);
+        return std::make_unique<TextSource>(text);
       });
 }
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "AutoCompleteNode.h"
-#include "calls/CandidateContext.h"
+#include "calls/CallContext.h"
 #include "calls/StatusText.h"
 #include "commands/CommandLine.h"
 #include "output/Pointer.h"
@@ -45,6 +45,23 @@ std::string endingStageName(std::string const& line) {
   return stageName(CommandLine::typedEnd(line).stageNumber + 1,
                    CommandLine::stages(line).back());
 }
+
+// Collects the candidates that a component offers, in the order given.
+class CandidateContext : public CallContext {
+ public:
+  CandidateContext(Session& session,
+                   std::vector<QorCliUtilities::AutoCompleteResult>& candidates)
+      : CallContext(session), candidates_(candidates) {}
+
+ protected:
+  void acceptCandidate(
+      QorCliUtilities::AutoCompleteResult const& candidate) override {
+    candidates_.push_back(candidate);
+  }
+
+ private:
+  std::vector<QorCliUtilities::AutoCompleteResult>& candidates_;
+};
 
 }  // namespace
 

@@ -4,12 +4,33 @@
 #include <stdexcept>
 #include <utility>
 
-#include "calls/OutputContext.h"
+#include "calls/CallContext.h"
 #include "calls/StatusText.h"
 #include "system/EngineErrors.h"
 #include "system/Interrupts.h"
 
 namespace QorCliEngine {
+namespace {
+
+// Appends what a component prints to a text: whole lines, each with a line
+// feed. Empty texts add nothing.
+class OutputContext : public CallContext {
+ public:
+  OutputContext(Session& session, std::string& sink)
+      : CallContext(session), sink_(sink) {}
+
+ protected:
+  void acceptOutput(char const* text) override {
+    if (*text == '\0') return;
+    sink_ += text;
+    if (sink_.back() != '\n') sink_ += '\n';
+  }
+
+ private:
+  std::string& sink_;
+};
+
+}  // namespace
 
 std::string stageName(std::size_t number, std::string const& text) {
   return "stage " + std::to_string(number) + " (" + text + ')';
