@@ -88,7 +88,7 @@ TEST(LineFilterTest, IgnoresCaseOfEitherSide) {
 }
 
 TEST(LineFilterTest, LooksAtAllOfALongPlainPattern) {
-  for (std::size_t const size : {63, 64, 65, 66, 130}) {
+  for (std::size_t const size : {63U, 64U, 65U, 66U, 130U}) {
     std::string const begin(size - 1, 'a');
     EXPECT_EQ((Texts{"-" + begin + "c", "+" + begin + "b", "-" + begin}),
               pushed(begin + 'b', begin + "c\n" + begin + "b\n" + begin + '\n'))
