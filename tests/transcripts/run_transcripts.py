@@ -42,7 +42,11 @@ import time
 sys.dont_write_bytecode = True  # the source folder stays as it is
 from screen import Screen  # noqa: E402
 
-LIMIT = 60  # seconds, for what takes milliseconds on an idle machine
+# For what takes milliseconds on an idle machine. Valgrind and emulators are slower.
+SLOWNESS = 5 if "QOR_TEST_SLOW" in os.environ else 1
+LIMIT = 12 * SLOWNESS  # seconds
+# Some batch cases send megabytes through several pipelines; each takes seconds.
+BATCH_LIMIT = 60 * SLOWNESS  # seconds
 SETTLED = 1.0  # seconds without output, when rewriting
 NO_LINE_FEED = "\\ no line feed\n"
 CHUNK = 128 * 1024  # bytes
@@ -209,7 +213,8 @@ class World:
 def run_batch(case, world, rewrite):
     process = subprocess.run(
         ["sh", "-c", case.get("command")], cwd=world.work, env=world.environment,
-        input=case.get("stdin").encode(), capture_output=True, timeout=LIMIT,
+        input=case.get("stdin").encode(), capture_output=True,
+        timeout=BATCH_LIMIT,
         check=False)
     found = {
         "stdout": world.cleaned(process.stdout.decode("utf-8", "backslashreplace")),
