@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <link.h>
 
 #include <algorithm>
 #include <ctime>
@@ -558,6 +559,16 @@ INSTANTIATE_TEST_SUITE_P(
                          return "(?xx)[ a]?" + repeated("\\c\\(", n) + 'a' +
                                 repeated(")", n) + "?|ab";
                        }}));
+
+// ---- This program
+
+// Otherwise each function's first call would need the dynamic linker's stack.
+TEST(SmallStackProgram, IsBoundAtStart) {
+  ElfW(Dyn) const* entry = _DYNAMIC;
+  while (entry->d_tag != DT_NULL && entry->d_tag != DT_FLAGS_1) ++entry;
+  EXPECT_EQ(DT_FLAGS_1, entry->d_tag);
+  EXPECT_NE(0U, entry->d_un.d_val & DF_1_NOW);
+}
 
 }  // namespace
 }  // namespace qor_test
