@@ -16,7 +16,7 @@ using QorReturnT = std::int32_t;
 enum QorCliActionEnum_2T : std::uint32_t {
   QOR_CLI_ACTION_EXECUTE = 2,   // run the command over the given input
   QOR_CLI_ACTION_COMPLETE = 3,  // offer completions of the last word
-  QOR_CLI_ACTION_HELP = 4,      // offer help on the end of the line
+  QOR_CLI_ACTION_HELP = 4,      // offer what may follow, with help
 };
 
 // The CLI modes of sessions, and those in which a command is valid.

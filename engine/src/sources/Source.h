@@ -8,7 +8,7 @@ namespace QorCliEngine {
 // Where the text that runs through a pipeline comes from.
 //
 // Made when the line is understood, started when all stages are ready. Every
-// function may throw SourceFailure; destroying a source gives up what it is
+// function may throw SourceFailure; destroying a source cancels what it is
 // still doing. One thread.
 class Source {
  public:

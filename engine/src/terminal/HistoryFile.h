@@ -16,7 +16,7 @@ namespace QorCliEngine {
 // symbolic link, no FIFO, and no file that begins otherwise than a history. The
 // folder and the file are made accessible to the user only. Where there is no
 // such file, and none can be made, nothing is read or kept; that is no error.
-// A lock that is not to be had within 0.2 seconds is done without.
+// If its lock is unavailable for 0.2 seconds, the file is used without.
 // One thread.
 class HistoryFile {
  public:

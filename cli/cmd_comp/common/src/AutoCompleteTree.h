@@ -56,7 +56,7 @@ class AutoCompleteTree {
   unsigned addPathToTree(std::unique_ptr<First> first,
                          std::unique_ptr<Rest>... rest) {
     std::vector<AutoCompleteNode*> const path{first.get(), rest.get()...};
-
+    // From here on, the tree owns the nodes, even if it throws.
     static_cast<void>(first.release());
     (static_cast<void>(rest.release()), ...);
     return addPathToTree(path);
