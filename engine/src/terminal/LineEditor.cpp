@@ -372,6 +372,7 @@ bool LineEditor::searchOn(std::wstring const& key) {
 
 unsigned char LineEditor::showSearch() {
   replace(found_.text, characters(found_.text.substr(found_.cursor)));
+  if (!search_) noteLine();  // before the key that ended the search works on it
   return CC_REFRESH;
 }
 
