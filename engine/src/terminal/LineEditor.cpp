@@ -32,6 +32,7 @@ constexpr wchar_t kControlC = 3;
 constexpr wchar_t kControlG = 7;
 constexpr wchar_t kControlR = 18;
 constexpr wchar_t kControlV = 22;
+constexpr wchar_t kLastWord[] = L"\033.";
 // Keys that no terminal has, pressed by the editor itself.
 constexpr wchar_t kInsertWaiting[] = L"\033[waiting";
 constexpr wchar_t kCloseQuote[] = L"\033[quote";
@@ -387,7 +388,7 @@ unsigned char LineEditor::undo() {
 
 // The key's second press goes on to the line before that one.
 unsigned char LineEditor::insertLastWord() {
-  bool const again = lastWords_ && typed() == behindLastWord_;
+  bool const again = lastWords_.has_value();
   if (!again) lastWords_.emplace(history_.handle());
   std::string const word = lastWords_->next();
   if (word.empty()) return CC_ERROR;
@@ -396,7 +397,6 @@ unsigned char LineEditor::insertLastWord() {
   }
   edit().el_insertstr(editor_, word.c_str());
   lastWord_ = word;
-  behindLastWord_ = typed();
   return CC_REFRESH;
 }
 
@@ -458,6 +458,7 @@ int LineEditor::readKey(wchar_t& key) {
     if (!search_) noteLine();
     std::wstring next;
     if (!readWholeKey(next)) return 0;
+    if (next != kLastWord) lastWords_.reset();
     ready_ = search_ ? searchKey(next) : next;
   }
   key = ready_.front();

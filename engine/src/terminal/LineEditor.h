@@ -94,9 +94,8 @@ class LineEditor {
   Line searchedFrom_;
   Line found_;
   UndoList changes_;
-  std::optional<LastWords> lastWords_;
-  std::string lastWord_;        // of those, inserted
-  std::string behindLastWord_;  // the line up to its end
+  std::optional<LastWords> lastWords_;  // while their key is pressed again
+  std::string lastWord_;                // of those, inserted
 };
 
 }  // namespace QorCliEngine
