@@ -86,9 +86,9 @@ std::vector<Candidate> Completer::askAsTyped(QorCliActionEnum_2T action,
   std::string const stage = line.substr(CommandLine::typedEnd(line).stageBegin);
   std::vector<Candidate> candidates;
   try {
-    if (isOwnStage(line)) {
-      sourceCommands_.offer(action, stage, candidates);
-    } else {
+    bool const own = isOwnStage(line);
+    if (own) sourceCommands_.offer(action, stage, candidates);
+    if (!own || mayBePipeCommand(stage)) {
       askComponents(action, stage, candidates);
     }
   } catch (std::runtime_error const& failure) {
@@ -323,6 +323,13 @@ bool Completer::isOwnStage(std::string const& line) const {
   std::string const word = CommandLine::firstWord(stage);
   bool const begun = word.size() == stage.size();
   return end.stageNumber == 0 && sourceCommands_.knows(word, begun);
+}
+
+// Of a stage that is one of the engine's own as far as it is typed: whether its
+// first word is only the beginning of one.
+bool Completer::mayBePipeCommand(std::string const& stage) const {
+  return !stage.empty() &&
+         !sourceCommands_.knows(CommandLine::firstWord(stage), false);
 }
 
 void Completer::askComponents(QorCliActionEnum_2T action,

@@ -16,8 +16,9 @@ namespace QorCliEngine {
 
 // Asks for the candidates of a partly typed line: the engine's own commands for
 // the stage before the first "|", the loaded components for the others, and for
-// a first stage that can only be a pipe command. Where nothing is known of a
-// line as it stands, it is read with its abbreviations in full. One thread.
+// a first stage that can only be a pipe command; both while its first word is
+// only begun. Where nothing is known of a line as it stands, it is read with
+// its abbreviations in full. One thread.
 class Completer {
  public:
   // Neither argument is owned.
@@ -89,6 +90,7 @@ class Completer {
   bool understands(std::size_t stage, std::string const& text);
   bool isUnderstood(std::size_t stage, std::string const& text);
   std::string endedBy(std::string const& line);
+  bool mayBePipeCommand(std::string const& stage) const;
   std::vector<Candidate> helpAnywhere(std::string const& command);
   void askComponents(QorCliActionEnum_2T action, std::string const& stage,
                      std::vector<Candidate>& candidates);
