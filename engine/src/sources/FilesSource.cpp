@@ -1,20 +1,47 @@
 #include "sources/FilesSource.h"
 
+#include <dirent.h>
 #include <glob.h>
+#include <sys/stat.h>
 
 #include <memory>
 #include <new>
 #include <utility>
 
 #include "system/EngineErrors.h"
+#include "system/Interrupts.h"
 
 namespace QorCliEngine {
 namespace {
 
+// How glob() looks at folders: once the command is to end, they are empty.
+::glob_t interruptible() {
+  ::glob_t look{};
+  look.gl_opendir = [](char const* path) -> void* {
+    return Interrupts::requested() ? nullptr : ::opendir(path);
+  };
+  look.gl_readdir = [](void* folder) {
+    return Interrupts::requested() ? nullptr
+                                   : ::readdir(static_cast<DIR*>(folder));
+  };
+  look.gl_closedir = [](void* folder) {
+    ::closedir(static_cast<DIR*>(folder));
+  };
+  look.gl_stat = [](char const* path, struct stat* status) {
+    return Interrupts::requested() ? -1 : ::stat(path, status);
+  };
+  look.gl_lstat = [](char const* path, struct stat* status) {
+    return Interrupts::requested() ? -1 : ::lstat(path, status);
+  };
+  return look;
+}
+
 std::vector<std::string> filesMatching(std::string const& pattern) {
-  ::glob_t found{};
-  int const status = ::glob(pattern.c_str(), GLOB_MARK, nullptr, &found);
+  ::glob_t found = interruptible();
+  int const status =
+      ::glob(pattern.c_str(), GLOB_MARK | GLOB_ALTDIRFUNC, nullptr, &found);
   std::unique_ptr<::glob_t, void (*)(::glob_t*)> const owner(&found, globfree);
+  if (Interrupts::requested()) throw Interrupted();
   if (status == GLOB_NOSPACE) throw std::bad_alloc();
   std::vector<std::string> paths;
   for (std::size_t i = 0; i < found.gl_pathc; ++i) {
