@@ -37,7 +37,7 @@ std::vector<fs::path> namesBeginningWith(fs::path const& typed) {
 // blanks around punctuation would be lost with what they separate, and a
 // placeholder is never typed.
 bool needsQuotes(std::string const& path) {
-  constexpr char kCutting[] = " \t|\"*?[";
+  constexpr char kCutting[] = " \t\n\v\f\r|\"*?[";
   constexpr std::string_view kPunctuation = "=,[]";
   auto const isPunctuation = [&](char c) {
     return kPunctuation.find(c) != std::string_view::npos;
