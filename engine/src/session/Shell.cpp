@@ -3,11 +3,13 @@
 #include <Poco/String.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <string>
 #include <string_view>
 
+#include "commands/CommandLine.h"
 #include "output/ControlCharacters.h"
 #include "output/Layout.h"
 #include "output/Messages.h"
@@ -77,16 +79,18 @@ bool Shell::run() {
   return succeeded;
 }
 
-// Puts the last line in the place of what stands for it; false when there is
-// none.
+// Puts the last line that runs something in the place of what stands for it;
+// false when there is none.
 bool Shell::repeat(std::string& line) const {
   std::vector<std::string> const lines = history_.lines();
-  if (lines.empty()) {
+  auto const last =
+      std::find_if_not(lines.rbegin(), lines.rend(), CommandLine::isSilent);
+  if (last == lines.rend()) {
     Messages::show("there is no line to repeat");
     return false;
   }
   std::string const behind = line.substr(line.find(kRepeat) + kRepeat.size());
-  line = lines.back() + Poco::trimRight(behind);
+  line = *last + Poco::trimRight(behind);
   return true;
 }
 
