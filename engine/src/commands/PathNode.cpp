@@ -49,10 +49,15 @@ bool needsQuotes(std::string const& path) {
 
 }  // namespace
 
-std::string PathNode::withHome(std::string const& path) {
+std::string PathNode::pathIn(std::string const& word) {
+  std::string path = CommandLine::unquoted(word);
   char const* const home = std::getenv("HOME");
   bool const inHome = path.rfind("~/", 0) == 0 && home != nullptr;
   return inHome ? home + path.substr(1) : path;
+}
+
+std::string PathNode::meant(std::string const& word) const {
+  return pathIn(word);
 }
 
 std::string PathNode::nameOf(std::string const& text) {
@@ -72,14 +77,20 @@ void PathNode::offerWords(
     std::vector<QorCliUtilities::AutoCompleteResult>& results) const {
   bool const quoted = word.rfind('"', 0) == 0;
   fs::path const typed = CommandLine::unquoted(word);
-  for (fs::path const& name : namesBeginningWith(withHome(typed))) {
-    fs::path const path = typed.parent_path() / name;
-    std::string text = path.string();
+  fs::path const path = meant(word);
+  for (fs::path const& name : namesBeginningWith(path)) {
     std::error_code error;
-    bool const folder = fs::is_directory(withHome(path), error);
-    if (folder) text += '/';
-    addPossibility({QOR_CLI_SORT_COMMAND, text}, asTyped(text, quoted, !folder),
-                   "", QOR_CLI_TOKEN_WORD, results);
+    bool const folder = fs::is_directory(path.parent_path() / name, error);
+    std::string const end = folder ? "/" : "";
+    std::string const text = (typed.parent_path() / name).string() + end;
+    std::string const whole = (path.parent_path() / name).string() + end;
+    std::string offered = asTyped(text, quoted, !folder);
+    // Quotes may take the meaning of its "~" away.
+    if (fs::path(meant(offered)) != fs::path(whole)) {
+      offered = asTyped(whole, quoted, !folder);
+    }
+    addPossibility({QOR_CLI_SORT_COMMAND, text}, offered, "",
+                   QOR_CLI_TOKEN_WORD, results);
   }
 }
 

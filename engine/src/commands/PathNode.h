@@ -20,11 +20,14 @@ class PathNode : public ArgumentsNode {
   // candidate is the path.
   static std::string nameOf(std::string const& text);
 
-  // `path` with the user's home folder in the place of a "~" before its first
-  // slash; as it is when it has none, or the folder is not known.
-  static std::string withHome(std::string const& path);
+  // The path that `word` stands for, which may be in quotes: the user's home
+  // folder is in the place of a "~" before its first slash, if it is known.
+  static std::string pathIn(std::string const& word);
 
  protected:
+  // The path that `word` stands for in this argument.
+  virtual std::string meant(std::string const& word) const;
+
   void offerWords(
       std::size_t index, std::string const& word,
       std::vector<QorCliUtilities::AutoCompleteResult>& results) const override;

@@ -36,6 +36,15 @@ std::set<std::string> programsBeginningWith(std::string const& begin) {
 
 }  // namespace
 
+std::string ProgramNode::argumentIn(std::string const& word) {
+  bool const quoted = word.rfind('"', 0) == 0;
+  return quoted ? CommandLine::unquoted(word) : pathIn(word);
+}
+
+std::string ProgramNode::meant(std::string const& word) const {
+  return argumentIn(word);
+}
+
 void ProgramNode::offerWords(
     std::size_t index, std::string const& word,
     std::vector<QorCliUtilities::AutoCompleteResult>& results) const {

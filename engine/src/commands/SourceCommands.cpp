@@ -52,18 +52,13 @@ std::string joined(std::vector<std::string> words) {
   return Poco::cat(std::string(" "), words.begin(), words.end());
 }
 
-// The path that a word stands for.
-std::string pathIn(std::string const& word) {
-  return PathNode::withHome(CommandLine::unquoted(word));
-}
-
 // A path in quotes is that of a file, whatever characters it has.
 std::unique_ptr<Source> makeFileSource(std::vector<std::string> const& words) {
   if (words.size() != 1) {
     throw SourceFailure("takes one path; quote it if it holds blanks");
   }
   std::string const& word = words.front();
-  std::string const path = pathIn(word);
+  std::string const path = PathNode::pathIn(word);
   bool const isPattern =
       word.front() != '"' && word.find_first_of("*?[") != std::string::npos;
   if (isPattern) return std::make_unique<FilesSource>(path);
@@ -108,7 +103,7 @@ SourceCommands::SourceCommands(Session& session, Texts const& texts)
        new ProgramNode(1, Count::kMany, "<program>",
                        "The program and its arguments")},
       1, [](Words words) {
-        for (std::string& word : words) word = pathIn(word);
+        for (std::string& word : words) word = ProgramNode::argumentIn(word);
         return std::make_unique<ProcessSource>(words);
       });
   add("Echo",
