@@ -2,6 +2,7 @@
 
 #include <regex>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 #include "diagnostics/LogRecord.h"
@@ -10,6 +11,9 @@ namespace QorCliEngine {
 namespace {
 
 constexpr unsigned kErrorSeverity = 4;
+constexpr std::string_view kEndOfQuote = "\": ";
+constexpr std::string_view kAtOffset = " at offset ";
+constexpr std::size_t kMaxDigits = 9;  // of an offset, which fit in any integer
 
 bool isError(LogRecord const& record) {
   return record.kind == LogRecord::Kind::kSeverity &&
@@ -21,11 +25,22 @@ std::string withoutFullStop(std::string const& sentence) {
   return sentence.substr(0, sentence.size() - (stops ? 1 : 0));
 }
 
+// By hand: std::regex recurses for each character, and a record may be long.
 std::optional<FailureReason::Place> placeIn(std::string const& sentence) {
-  static std::regex const form("[^\"]*\"(.*)\": .* at offset ([0-9]{1,9})");
-  std::smatch found;
-  if (!std::regex_match(sentence, found, form)) return std::nullopt;
-  return FailureReason::Place{found[1], std::stoul(found[2])};
+  std::size_t const behind = sentence.rfind(kAtOffset);
+  if (behind == std::string::npos || behind < kEndOfQuote.size()) {
+    return std::nullopt;
+  }
+  std::string const digits = sentence.substr(behind + kAtOffset.size());
+  bool const isNumber =
+      !digits.empty() && digits.size() <= kMaxDigits &&
+      digits.find_first_not_of("0123456789") == std::string::npos;
+  std::size_t const begin = sentence.find('"') + 1;
+  std::size_t const end =
+      sentence.rfind(kEndOfQuote, behind - kEndOfQuote.size());
+  if (!isNumber || end == std::string::npos || end < begin) return std::nullopt;
+  return FailureReason::Place{sentence.substr(begin, end - begin),
+                              std::stoul(digits)};
 }
 
 }  // namespace

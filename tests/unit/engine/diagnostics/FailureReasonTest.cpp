@@ -44,7 +44,15 @@ TEST(FailureReasonTest, isNotThereWithoutAnError) {
   }
 }
 
+std::string repeated(std::size_t times, std::string const& text) {
+  std::string result;
+  for (std::size_t i = 0; i < times; ++i) result += text;
+  return result;
+}
+
 TEST(FailureReasonTest, placeIsWhatIsQuotedAndTheOffset) {
+  constexpr std::size_t kMegabyte = 1 << 20;
+  std::string const offsets = repeated(50000, "\": at offset");
   struct {
     std::string text;
     std::string quoted;
@@ -53,6 +61,9 @@ TEST(FailureReasonTest, placeIsWhatIsQuotedAndTheOffset) {
       {"Filter pattern \"a(b\": missing parenthesis at offset 3.", "a(b", 3},
       {"Pattern \"a\": \"(\": odd at offset 0", "a\": \"(", 0},
       {"Pattern \"\": none at offset 12.", "", 12},
+      {"Pattern \"" + std::string(kMegabyte, 'a') + "\": odd at offset 7.",
+       std::string(kMegabyte, 'a'), 7},
+      {"Pattern \"" + offsets + "\": odd at offset 8.", offsets, 8},
   };
   for (auto const& row : rows) {
     std::string records = error(row.text);
@@ -83,6 +94,9 @@ TEST(FailureReasonTest, placeNeedsBoth) {
   for (char const* text :
        {"Filter pattern \"a\": matching takes too long.",
         "missing parenthesis at offset 3.", "Pattern \"a\": at offset x.",
+        "Pattern \"a\": at offset 3.", "Pattern \": odd at offset 3.",
+        "Pattern a: odd at offset 3.", "Pattern \"a\": odd at offset .",
+        " at offset 3.",
         "Pattern \"a\": odd at offset 12345678901234567890."}) {
     std::string records = error(text);
     EXPECT_FALSE(FailureReason::takeFrom(records)->place) << text;
