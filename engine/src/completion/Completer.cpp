@@ -145,7 +145,7 @@ bool Completer::isUnderstood(std::size_t stage, std::string const& text) {
   if (!own) {
     Session session(session_);
     return PipeStage({stage, text, text}, session_.nextActionId(), session,
-                     nullptr)
+                     nullptr, nullptr)
         .canOpen(Framework::instance().pipeComponents());
   }
   try {

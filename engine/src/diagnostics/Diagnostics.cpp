@@ -1,5 +1,7 @@
 #include "diagnostics/Diagnostics.h"
 
+#include <utility>
+
 #include "diagnostics/TraceWalk.h"
 #include "output/Messages.h"
 
@@ -21,22 +23,35 @@ Diagnostics::Line::Line(Diagnostics& diagnostics) : diagnostics_(diagnostics) {
 
 Diagnostics::Line::~Line() { diagnostics_.endLine(); }
 
-void Diagnostics::dropRecords() { records_.drop(); }
+void Diagnostics::dropRecords() {
+  records_.drop();
+  callBegin_ = 0;
+  kept_.clear();
+  reason_.reset();
+}
 
 void Diagnostics::dropTrace() {
-  if (trace_) records_.drop();
+  if (trace_) dropRecords();
 }
 
 void Diagnostics::showRecords() {
-  if (records_.isOnly()) show(records_.take());
+  show(std::exchange(kept_, "") + records_.take());
+  callBegin_ = 0;
+}
+
+void Diagnostics::beginCall() { callBegin_ = records_.size(); }
+
+void Diagnostics::noteFailure() {
+  std::string const records = records_.take();
+  std::string others = records.substr(callBegin_);
+  reason_ = FailureReason::takeFrom(others);
+  kept_ += trace_ ? records : records.substr(0, callBegin_) + others;
+  callBegin_ = 0;
 }
 
 std::optional<FailureReason> Diagnostics::takeReason() {
-  std::string records = records_.take();
-  std::string others = records;
-  auto reason = FailureReason::takeFrom(others);
-  if (records_.isOnly()) show(trace_ ? records : others);
-  return reason;
+  showRecords();
+  return std::exchange(reason_, std::nullopt);
 }
 
 void Diagnostics::show(std::string const& records) const {

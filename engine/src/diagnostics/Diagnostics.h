@@ -1,6 +1,7 @@
 #ifndef QOR_CLI_ENGINE_DIAGNOSTICS_H
 #define QOR_CLI_ENGINE_DIAGNOSTICS_H
 
+#include <cstddef>
 #include <deque>
 #include <optional>
 #include <string>
@@ -47,8 +48,14 @@ class Diagnostics {
   // middle of a call.
   void showRecords();
 
-  // As showRecords(), after a failure: returns the reason that was logged for
-  // it, if one was, and shows that in the trace only.
+  // Begins a call of a component, whose records tell why it fails.
+  void beginCall();
+
+  // Keeps the reason that has been logged since the call began, if one was; it
+  // is then shown in the trace only.
+  void noteFailure();
+
+  // As showRecords(), and returns the reason that was kept.
   std::optional<FailureReason> takeReason();
 
   // Begins with the line's source, which stages follow one by one.
@@ -67,6 +74,9 @@ class Diagnostics {
   bool trace_;
   bool timing_;
   LogCapture records_;
+  std::size_t callBegin_ = 0;  // in the records since they were last shown
+  std::string kept_;           // records from before the failure was noted
+  std::optional<FailureReason> reason_;
   std::deque<StageFigures> stages_;
 };
 

@@ -1,8 +1,6 @@
 #include "diagnostics/LogCapture.h"
 
-#include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -66,9 +64,7 @@ LogCapture::LogCapture(Kind kind) {
         "the runtime library does not take its level from "
         "QOR_LOG_LEVEL");
   }
-  if (*path != '\0') {
-    readAgain(path);
-  } else if (std::atoi(level) <= kNoTraceLevel) {
+  if (*path == '\0' && std::atoi(level) <= kNoTraceLevel) {
     captureInMemory(level);
   }
 }
@@ -76,31 +72,22 @@ LogCapture::LogCapture(Kind kind) {
 void LogCapture::captureInMemory(char const* level) {
   file_ = FileDescriptor(::memfd_create("log", MFD_CLOEXEC));
   if (!file_) return;
-  inMemory_ = true;
   TemporaryVariable const levelOfLog("QOR_LOG_LEVEL", level);
   TemporaryVariable const file("QOR_LOG_FILE",
                                "/proc/self/fd/" + std::to_string(file_.get()));
   Qor::LoggingWrapper::instance();
 }
 
-// A FIFO or a device gives nothing back.
-void LogCapture::readAgain(char const* path) {
-  Qor::LoggingWrapper::instance();  // makes the file
-  file_ = FileDescriptor(::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  struct stat status {};
-  bool const isFile =
-      file_ && ::fstat(file_.get(), &status) == 0 && S_ISREG(status.st_mode);
-  if (!isFile) file_.reset();
-  drop();
-}
-
 off_t LogCapture::end() const {
   return file_ ? ::lseek(file_.get(), 0, SEEK_END) : 0;
 }
 
+std::size_t LogCapture::size() const {
+  return static_cast<std::size_t>(end() - begin_);
+}
+
 std::string LogCapture::take() {
-  off_t const size = end() - begin_;
-  std::string records(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+  std::string records(size(), '\0');
   ssize_t const count =
       ::pread(file_.get(), records.data(), records.size(), begin_);
   records.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
@@ -110,7 +97,7 @@ std::string LogCapture::take() {
 
 // The library appends, so that it begins anew in a file that is emptied.
 void LogCapture::drop() {
-  bool const emptied = inMemory_ && ::ftruncate(file_.get(), 0) == 0;
+  bool const emptied = file_ && ::ftruncate(file_.get(), 0) == 0;
   begin_ = emptied ? 0 : end();
 }
 

@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <string>
 
 #include "system/FileDescriptor.h"
@@ -13,9 +14,9 @@ namespace QorCliEngine {
 //
 // Where they would go to standard error, they go to a file in memory instead,
 // which never fills up as a pipe does while nobody reads it; whoever has the
-// capture shows them. Where QOR_LOG_FILE names a file, they go there and are
-// read again, with what others write there. Traces that QOR_LOG_LEVEL asks for
-// are left alone. One in a process, one thread.
+// capture shows them. Left alone are a file that QOR_LOG_FILE names, which
+// other processes may write, too, and traces that QOR_LOG_LEVEL asks for:
+// nothing is captured then. One in a process, one thread.
 class LogCapture {
  public:
   enum class Kind { kErrors, kTrace };
@@ -26,8 +27,8 @@ class LogCapture {
   // library cannot be made to trace.
   explicit LogCapture(Kind kind);
 
-  // Whether records are seen nowhere unless they are shown.
-  bool isOnly() const { return inMemory_; }
+  // The size, in bytes, of the records that take() would return.
+  std::size_t size() const;
 
   // The records since the last call of either, each with its line feed.
   std::string take();
@@ -35,11 +36,9 @@ class LogCapture {
 
  private:
   void captureInMemory(char const* level);
-  void readAgain(char const* path);
   off_t end() const;
 
   FileDescriptor file_;
-  bool inMemory_ = false;
   off_t begin_ = 0;  // of what has not been taken
 };
 

@@ -37,13 +37,15 @@ std::string stageName(std::size_t number, std::string const& text) {
 }
 
 PipeStage::PipeStage(StageText text, unsigned actionId, Session& session,
-                     StageFigures* figures)
+                     Diagnostics* diagnostics, StageFigures* figures)
     : text_(std::move(text)),
       actionId_(actionId),
       session_(session),
+      diagnostics_(diagnostics),
       figures_(figures) {}
 
 void PipeStage::open(LineInstances& instances, std::string& sink) {
+  if (diagnostics_ != nullptr) diagnostics_->beginCall();
   for (std::size_t i = 0; i < instances.plugins(); ++i) {
     if (openBy(instances.unused(i), sink)) return instances.take(i);
   }
@@ -131,6 +133,7 @@ void PipeStage::complete(std::string& sink) {
 }
 
 void PipeStage::abandon() noexcept {
+  diagnostics_ = nullptr;
   std::string dropped;
   try {
     complete(dropped);
@@ -159,6 +162,7 @@ void PipeStage::countOutput(std::string const& sink, std::size_t mark) {
 template <class Call>
 QorReturnT PipeStage::call(Call const& call, std::string& sink) {
   std::size_t const mark = sink.size();
+  if (diagnostics_ != nullptr) diagnostics_->beginCall();
   try {
     StageClock const clock(figures_);
     OutputContext context(session_, sink);
@@ -172,6 +176,7 @@ void PipeStage::fail(std::string const& reason, std::size_t mark,
                      std::string& sink) const {
   std::string const lines = sink.substr(mark);
   sink.resize(mark);
+  if (diagnostics_ != nullptr) diagnostics_->noteFailure();
   throw CommandFailure(text_.name() + ": " + reason, lines, text_.number);
 }
 

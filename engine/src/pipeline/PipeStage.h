@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "calls/Session.h"
-#include "diagnostics/StageFigures.h"
+#include "diagnostics/Diagnostics.h"
 #include "pipeline/PieceSize.h"
 #include "plugins/LineInstances.h"
 #include "plugins/PipeComponent.h"
@@ -35,9 +35,10 @@ struct StageText {
 class PipeStage {
  public:
   // `actionId`: names the command to its component, used for no other.
-  // `session` is not owned; neither is `figures`, which may be null.
+  // Not owned are `session`; `diagnostics`, which is told of calls and of
+  // failures; and `figures`. Both of these may be null.
   PipeStage(StageText text, unsigned actionId, Session& session,
-            StageFigures* figures);
+            Diagnostics* diagnostics, StageFigures* figures);
 
   // Finds the component that knows the command, and takes its instance: it runs
   // the command over an empty text, so that wrong usage shows before there is
@@ -75,6 +76,7 @@ class PipeStage {
   StageText text_;
   unsigned actionId_;
   Session& session_;
+  Diagnostics* diagnostics_;
   StageFigures* figures_;
   PieceSize pieceSize_;
   std::optional<PipeComponent> component_;

@@ -94,7 +94,7 @@ bool CommandRunner::run(std::string const& line) {
 void CommandRunner::explain(std::string const& line,
                             CommandFailure const& failure) {
   auto const reason = diagnostics_.takeReason();
-  if (!reason || failure.stage() == 0) {
+  if (!reason) {
     return Messages::show(failure.what(), failure.lines());
   }
   Messages::show(std::string(failure.what()) + ": " + reason->sentence,
@@ -152,7 +152,7 @@ void CommandRunner::runStages(std::vector<StageText> const& stages) {
   std::vector<PipeStage> pipes;
   for (std::size_t i = fromInput ? 0 : 1; i < stages.size(); ++i) {
     pipes.emplace_back(stages[i], session_.nextActionId(), session_,
-                       diagnostics_.addStage(stages[i].full));
+                       &diagnostics_, diagnostics_.addStage(stages[i].full));
   }
   Pipeline pipeline(first.name(), std::move(pipes), output_, diagnostics_);
   LineInstances instances(plugins_);

@@ -18,7 +18,9 @@ void log(char const* text) {
                     text);
 }
 
-QorReturnT useModule(QorCliApiContext_5*, unsigned action, unsigned,
+unsigned oddAtEnd = 0;  // action id
+
+QorReturnT useModule(QorCliApiContext_5*, unsigned action, unsigned actionId,
                      unsigned* matches, char const* commandLine,
                      char const* input) {
   std::string const command = commandLine;
@@ -26,7 +28,8 @@ QorReturnT useModule(QorCliApiContext_5*, unsigned action, unsigned,
     return 0;
   }
   ++*matches;
-  if (*input == '\0') return 0;
+  if (command == "log-at-end") oddAtEnd = actionId;
+  if (*input == '\0' || command == "log-at-end") return 0;
   log("Something is odd.");
   if (command == "log-error") return 0;
   log("It is broken.");
@@ -34,12 +37,20 @@ QorReturnT useModule(QorCliApiContext_5*, unsigned action, unsigned,
   throw std::runtime_error("it is on fire");
 }
 
+QorReturnT inputComplete(QorCliApiContext_5*, unsigned actionId) {
+  if (actionId == oddAtEnd) log("The end is odd.");
+  return 0;
+}
+
 }  // namespace
 
 SMALL_PLUGIN_EXPORT QorReturnT
 qorLCMinit(QorMgmtSpiInterfacePortalAccessor* accessor, char const*) {
   log("Begins.");
+  SmallPlugin::component.identity.componentName = "LoggingComponent";
+  SmallPlugin::pipe.identity.componentName = "LoggingComponent";
   SmallPlugin::pipe.useModule = useModule;
+  SmallPlugin::pipe.inputComplete = inputComplete;
   return SmallPlugin::registerIt(accessor);
 }
 
