@@ -1,5 +1,6 @@
 #include "completion/Completer.h"
 
+#include <Poco/Ascii.h>
 #include <Poco/String.h>
 
 #include <algorithm>
@@ -236,9 +237,11 @@ std::string Completer::expectedBehind(std::string& typed) {
   return expected(typed);
 }
 
-// What may follow `line`, in words.
-std::string Completer::expected(std::string const& line) {
+// What may follow `line`, in words. Components know that a word has ended by
+// the blank behind it.
+std::string Completer::expected(std::string line) {
   std::vector<std::string> texts;
+  if (!line.empty() && Poco::Ascii::isSpace(line.back())) line.back() = ' ';
   for (Candidate const& candidate : help(line)) {
     texts.push_back(Candidates::isReturn(candidate) ? "the end of the line"
                                                     : candidate.completion);

@@ -85,7 +85,7 @@ class Completer {
                                     std::string const& line);
   std::optional<Word> unknownWord(std::string const& line);
   std::string expectedBehind(std::string& typed);
-  std::string expected(std::string const& line);
+  std::string expected(std::string line);
   std::optional<std::size_t> refusedStage(std::string const& line);
   bool understands(std::size_t stage, std::string const& text);
   bool isUnderstood(std::size_t stage, std::string const& text);

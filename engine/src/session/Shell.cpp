@@ -72,7 +72,8 @@ bool Shell::run() {
     bool const repeats = isRepetition(line);
     if (repeats && !repeat(line)) continue;
     if (repeats)
-      std::fprintf(screen, "%s\n", ControlCharacters::visible(line).c_str());
+      std::fprintf(screen, "%s\n",
+                   ControlCharacters::visibleInLine(line).c_str());
     if (!line.empty()) history_.add(line);
     succeeded = runLine(line);
   }
