@@ -37,6 +37,10 @@ class ArgumentsNode : public QorCliUtilities::AutoCompleteNode {
   std::string toShortString() const override;
 
  protected:
+  // Whether `word` may be the first argument, or begin it; nothing is offered
+  // behind one that may not. Any may, in this class.
+  virtual bool mayBeFirst(std::string const& word) const;
+
   // Adds the candidates for argument `index`, counted from 0, of which `word`
   // has been typed, perhaps nothing yet; none, in this class.
   virtual void offerWords(

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "commands/ArgumentsNode.h"
+#include "commands/CommandLine.h"
 
 namespace QorCliEngine {
 
@@ -26,6 +27,10 @@ class CommandNode : public ArgumentsNode {
         names_(std::move(names)) {}
 
  protected:
+  bool mayBeFirst(std::string const& word) const override {
+    return !names_(CommandLine::unquoted(word)).empty();
+  }
+
   void offerWords(std::size_t index, std::string const& word,
                   std::vector<QorCliUtilities::AutoCompleteResult>& results)
       const override {

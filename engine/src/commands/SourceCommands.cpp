@@ -146,8 +146,9 @@ void SourceCommands::addHelp(Texts const& texts) {
       {help(), new CommandNode(1, "<command>", "The command to explain",
                                texts.commandNames)},
       1, [make = texts.commandHelp](std::vector<std::string> const& words) {
+        // At once, so that what is no command is not understood.
         return std::make_unique<TextSource>(
-            [make, command = joined(words)] { return make(command); });
+            [text = make(joined(words))] { return text; });
       });
 }
 
