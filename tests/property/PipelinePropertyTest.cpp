@@ -69,7 +69,7 @@ class Pipelines : public testing::Test {
     std::vector<PipeStage> made;
     for (std::string const& stage : stages) {
       made.emplace_back(StageText{made.size() + 1, stage, stage},
-                        session_.nextActionId(), session_, nullptr);
+                        session_.nextActionId(), session_, nullptr, nullptr);
     }
     OutputWriter output;
     Pipeline line("text", std::move(made), output, diagnostics_);
