@@ -29,7 +29,7 @@ int ArgumentsNode::autoComplete(CliApiContext&,
   bool const typing = given != 0 && !endsWithSpace;
   bool const mayBegin = given == 0 || (endsWithSpace && count_ == Count::kMany);
   if (count_ == Count::kOne && given > 1) return 0;
-  if (given != 0 && !mayBeFirst(tokens[wordsBefore_])) return 0;
+  if (typing && !mayBeFirst(tokens[wordsBefore_])) return 0;
   bool const begins = mayBegin && endsWithSpace;
   if ((begins || typing) && !helpRequest) {
     offerWords(typing ? given - 1 : given, typing ? tokens.back() : "",

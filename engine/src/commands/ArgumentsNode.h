@@ -37,8 +37,8 @@ class ArgumentsNode : public QorCliUtilities::AutoCompleteNode {
   std::string toShortString() const override;
 
  protected:
-  // Whether `word` may be the first argument, or begin it; nothing is offered
-  // behind one that may not. Any may, in this class.
+  // Whether `word` may be the first argument, or begin it; a word is completed
+  // only behind one that may. Any may, in this class.
   virtual bool mayBeFirst(std::string const& word) const;
 
   // Adds the candidates for argument `index`, counted from 0, of which `word`

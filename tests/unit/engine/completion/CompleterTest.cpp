@@ -4,6 +4,7 @@
 
 #include "completion/Completer.h"
 #include "plugins/Framework.h"
+#include "system/EngineErrors.h"
 
 namespace QorCliEngine {
 namespace {
@@ -78,17 +79,33 @@ TEST(CompleterTest, makesNoTextToTellWhatMayFollowIt) {
   Offering const offering;
   Session session(0, "", "tester");
   SourceCommands sourceCommands(
-      session,
-      {make, make, make, make, make, [&](std::string const&) { return make(); },
-       [](std::string const&) { return std::vector<std::string>(); }});
+      session, {make, make, make, make, make,
+                [](std::string const&) { return std::string(); },
+                [](std::string const&) { return std::vector<std::string>(); }});
   Completer completer(session, sourceCommands);
-  for (std::string const line :
-       {"help", "help echo", "show history", "show tree", "show tree --dot",
-        "show version"}) {
+  for (std::string const line : {"help", "show history", "show tree",
+                                 "show tree --dot", "show version"}) {
     EXPECT_TRUE(Candidates::offerReturn(completer.help(line))) << line;
     completer.help(line + " | x");
     EXPECT_EQ(made, 0U) << line;
   }
+}
+
+TEST(CompleterTest, helpEndsOnlyBehindACommand) {
+  Offering const offering;
+  Session session(0, "", "tester");
+  SourceCommands::Texts texts;
+  texts.commandHelp = [](std::string const& command) {
+    return command == "echo" ? command : throw SourceFailure("none");
+  };
+  texts.commandNames = [](std::string const&) {
+    return std::vector<std::string>();
+  };
+  SourceCommands sourceCommands(session, texts);
+  Completer completer(session, sourceCommands);
+  EXPECT_TRUE(Candidates::offerReturn(completer.help("help echo ")));
+  EXPECT_FALSE(Candidates::offerReturn(completer.help("help bogus ")));
+  EXPECT_FALSE(Candidates::offerReturn(completer.complete("help bogus ")));
 }
 
 }  // namespace
