@@ -38,7 +38,7 @@ class ArgumentsNode : public QorCliUtilities::AutoCompleteNode {
 
  protected:
   // Whether `word` may be the first argument, or begin it; a word is completed
-  // only behind one that may. Any may, in this class.
+  // only after one that may. Any may, in this class.
   virtual bool mayBeFirst(std::string const& word) const;
 
   // Adds the candidates for argument `index`, counted from 0, of which `word`

@@ -45,7 +45,7 @@ class QuoteTracker {
  private:
   std::string const& line_;
   std::size_t begin_ = 0;
-  std::size_t end_ = 0;  // behind the last quoted text
+  std::size_t end_ = 0;  // after the last quoted text
 };
 
 bool isSpace(char c) {

@@ -25,7 +25,7 @@ bool isSilent(std::string const& line);
 std::vector<std::string> stages(std::string const& line);
 
 // Where stage `number` of `line`, counted from 1, ends, without the white space
-// behind it. The line has that many stages.
+// after it. The line has that many stages.
 std::size_t stageEnd(std::string const& line, std::size_t number);
 
 // The first word of a stage: up to the first white space.
@@ -45,7 +45,7 @@ struct TypedEnd {
 
 TypedEnd typedEnd(std::string const& line);
 
-// Where the words of the last stage end, each behind its last character, in
+// Where the words of the last stage end, each after its last character, in
 // order.
 std::vector<std::size_t> wordEnds(std::string const& line);
 

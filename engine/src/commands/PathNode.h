@@ -9,7 +9,7 @@
 namespace QorCliEngine {
 
 // An argument that is the path of a file: offers the files and folders whose
-// path begins as the word does, a folder with a slash behind its name. A path
+// path begins as the word does, a folder with a slash after its name. A path
 // that cannot be typed as it is begins with a quote, and ends with one unless
 // it goes on in a folder.
 class PathNode : public ArgumentsNode {

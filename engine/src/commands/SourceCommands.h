@@ -34,7 +34,7 @@ class SourceCommands {
     TextMaker version;  // show version
     // help COMMAND, for the words of the command
     std::function<std::string(std::string const& command)> commandHelp;
-    CommandNode::Names commandNames;  // that complete the word behind help
+    CommandNode::Names commandNames;  // that complete the word after help
   };
 
   // `session` is not owned.

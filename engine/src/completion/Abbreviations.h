@@ -17,7 +17,7 @@ namespace QorCliEngine {
 // argument: one for which a placeholder is offered, one in quotes, an option.
 // A word that is a command word as it stands is left alone, also where it is
 // the beginning of another; so are a word that begins none, and what stands
-// behind it. One thread.
+// after it. One thread.
 class Abbreviations {
  public:
   // Returns the candidates for completing a line. May throw CommandFailure, and
@@ -47,7 +47,7 @@ class Abbreviations {
   };
 
   // Expands the last stage of `line`. Asks once for each command word, and once
-  // for the word behind them; for kMostWords at most.
+  // for the word after them; for kMostWords at most.
   Expansion expand(std::string const& line, Last last) const;
 
   static constexpr std::size_t kMostWords = 8;  // of a command

@@ -9,7 +9,7 @@ namespace {
 
 // What stands for a placeholder in a question: a number, a text and a path.
 constexpr char kSample[] = "1";
-// Behind the commands themselves, what is offered again is the same word; the
+// After the commands themselves, what is offered again is the same word; the
 // name of a command may well be another command's argument.
 constexpr std::size_t kDepthOfCommands = 1;
 // How the help of a keyword begins, which says what it is in a second line.

@@ -24,15 +24,15 @@ struct TreeWord {
 // Finds out which commands there are, and what they take, by asking for
 // candidates as for an operator: nothing else is known of a plug-in's commands.
 //
-// What both completion and help offer behind a word may follow it; a request
+// What both completion and help offer after a word may follow it; a request
 // that is answered with nothing says nothing, and "<cr>" counts when either
 // offers it. A placeholder is answered with a "1". Words that are offered again
-// behind themselves or their neighbours, as options are, are followed once.
-// Depth, words behind a word, and words in all are limited. One thread.
+// after themselves or their neighbours, as options are, are followed once.
+// Depth, words after a word, and words in all are limited. One thread.
 class CommandTreeExplorer {
  public:
   static constexpr std::size_t kMaxDepth = 8;     // words in a command
-  static constexpr std::size_t kMaxNext = 40;     // words behind a word
+  static constexpr std::size_t kMaxNext = 40;     // words after a word
   static constexpr std::size_t kMaxWords = 2000;  // in all trees
 
   // Returns the candidates for completing or helping a line. May throw

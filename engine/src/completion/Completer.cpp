@@ -107,7 +107,7 @@ std::vector<Candidate> Completer::complete(std::string const& line) {
 }
 
 // Components do not always know whether a line may end: a command tree's help
-// says nothing of it behind a last keyword, and a node for many words says so
+// says nothing of it after a last keyword, and a node for many words says so
 // whatever they are. It is the line itself that tells.
 std::vector<Candidate> Completer::help(std::string const& line) {
   std::vector<Candidate> candidates = ask(QOR_CLI_ACTION_HELP, line);
@@ -179,7 +179,7 @@ std::string Completer::noCandidates(std::string const& line) {
          line.substr(word->begin, word->end - word->begin) + '"';
 }
 
-// Why nothing is offered behind words that are known.
+// Why nothing is offered after words that are known.
 std::string Completer::endedBy(std::string const& line) {
   auto const stage = refusedStage(line);
   if (!stage) return endingStageName(line) + ": no known word may follow";
@@ -238,7 +238,7 @@ std::string Completer::expectedBehind(std::string& typed) {
 }
 
 // What may follow `line`, in words. Components know that a word has ended by
-// the blank behind it.
+// the blank after it.
 std::string Completer::expected(std::string line) {
   std::vector<std::string> texts;
   if (!line.empty() && Poco::Ascii::isSpace(line.back())) line.back() = ' ';
@@ -260,7 +260,7 @@ std::string Completer::commandList(std::size_t width) {
          "  show file /etc/passwd | filter -i root\n";
 }
 
-// For a command in the first stage and for one behind it.
+// For a command in the first stage and for one after it.
 std::vector<Candidate> Completer::helpAnywhere(std::string const& command) {
   std::vector<Candidate> both = ask(QOR_CLI_ACTION_HELP, command);
   for (Candidate& candidate : ask(QOR_CLI_ACTION_HELP, kLaterStage + command)) {

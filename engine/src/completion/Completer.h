@@ -55,7 +55,7 @@ class Completer {
   bool isOwnStage(std::string const& line) const;
 
   // The line, and below it a mark under the first word of a stage, counted from
-  // 1, that is not known, or behind the stage when it is not complete, with
+  // 1, that is not known, or after the stage when it is not complete, with
   // what was expected there. Empty when that cannot be told. `width` as in
   // Layout.
   std::string pointOut(std::string const& line, std::size_t stage,

@@ -19,7 +19,7 @@ bool isLevel(LogRecord const& record, unsigned level) {
   return record.kind == LogRecord::Kind::kLevel && record.value == level;
 }
 
-// What stands behind the mark of an entry (">>") or an exit ("<<").
+// What stands after the mark of an entry (">>") or an exit ("<<").
 std::string behind(std::string const& mark, std::string const& text) {
   bool const marked = text.rfind(mark, 0) == 0;
   std::string const rest =

@@ -27,7 +27,7 @@ bool isPlaceholder(std::string const& text);
 bool isReturn(Candidate const& candidate);
 
 // Whether a candidate that does not begin as the word that is being typed
-// stands behind it, and not in its place.
+// stands after it, and not in its place.
 bool follows(Candidate const& candidate);
 
 // Whether "<cr>" is among them.
@@ -43,7 +43,7 @@ struct Completion {
 // Completes `word`, which is the empty text where a word may begin.
 // `candidates` have been merged, and there is at least one.
 //
-// A single candidate gets a blank behind it when it is a finished word. Several
+// A single candidate gets a blank after it when it is a finished word. Several
 // are typed as far as they agree, unless the word has not been begun and could
 // be something else than these. Candidates that follow the word say that it is
 // finished.

@@ -9,7 +9,7 @@ namespace QorCliEngine {
 // characters are made visible: messages hold words of others.
 namespace Messages {
 
-// Shows a sentence behind the engine's name, and before it lines that end with
+// Shows a sentence after the engine's name, and before it lines that end with
 // line feeds, if there are any.
 void show(std::string const& sentence, std::string const& linesBefore = "");
 

@@ -34,7 +34,7 @@ class PagedOutput : public OutputWriter {
   std::optional<Pager> pager_;
   std::string unread_;     // written to the pager, which may not have begun
   bool begun_ = false;     // the pager has read something
-  std::string complaint_;  // to be shown behind the output
+  std::string complaint_;  // to be shown after the output
   bool direct_ = false;    // this command's output is not paged
   bool noPager_ = false;   // the pager cannot be run
 };

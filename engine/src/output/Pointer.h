@@ -7,8 +7,8 @@
 namespace QorCliEngine {
 namespace Pointer {
 
-// `line`, and below it a mark behind `before`, the line's beginning, with
-// `words` behind the mark. Without the line and the mark when the line is too
+// `line`, and below it a mark after `before`, the line's beginning, with
+// `words` after the mark. Without the line and the mark when the line is too
 // wide for them. `width` as in Layout. Control characters are made visible.
 std::string behind(std::string const& before, std::string const& line,
                    std::string const& words, std::size_t width);

@@ -14,7 +14,7 @@ struct Size {
   std::size_t columns;
 };
 
-// The size of the terminal behind standard output, or of a usual one when that
+// The size of the terminal on standard output, or of a usual one when that
 // does not say. Never smaller than 2 by 20.
 Size size();
 

@@ -89,7 +89,7 @@ bool PipeStage::openBy(std::vector<PipeComponent> const& components,
 }
 
 // The room is for what most commands print of the input, so that a long line is
-// not copied again when more is printed behind it. Unused memory costs nothing.
+// not copied again when more is printed after it. Unused memory costs nothing.
 void PipeStage::process(std::string_view input, std::string& sink) {
   std::size_t const room = sink.size() + input.size() + input.size() / 8;
   if (sink.capacity() < room) sink.reserve(room);

@@ -50,7 +50,7 @@ class PipeStage {
   // input. What it prints is dropped.
   bool canOpen(std::vector<PipeComponent> const& components);
 
-  // `input`: whole lines, with a NUL byte behind them. When interrupts are
+  // `input`: whole lines, with a NUL byte after them. When interrupts are
   // caught, the command is given them in pieces of a size that suits its speed,
   // and Interrupted is thrown before a piece if the line is to end.
   void process(std::string_view input, std::string& sink);

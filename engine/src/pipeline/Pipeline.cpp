@@ -97,7 +97,7 @@ int Pipeline::patience() const {
   return static_cast<int>(std::max(kPatience - held, milliseconds(0)).count());
 }
 
-// `lines` has a NUL byte behind it.
+// `lines` has a NUL byte after it.
 void Pipeline::push(std::string_view lines) {
   if (!lines.empty()) process(lines);
   writeIfDue();

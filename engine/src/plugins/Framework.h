@@ -12,7 +12,7 @@
 namespace QorCliEngine {
 
 // The framework as plug-ins see it: the portal, and the registry of components
-// behind it. There is one in a process, because the portal's functions take no
+// after it. There is one in a process, because the portal's functions take no
 // record that could tell two apart. One thread.
 class Framework : public Qor::Singleton<Framework> {
  public:

@@ -72,7 +72,7 @@ Source::State FilesSource::read(LineChunker& chunker) {
   return openNext() ? State::kMore : State::kEnd;
 }
 
-// Returns false behind the last. Without a file afterwards, the next one could
+// Returns false after the last. Without a file afterwards, the next one could
 // not be opened.
 bool FilesSource::openNext() {
   file_.reset();

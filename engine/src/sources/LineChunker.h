@@ -35,7 +35,7 @@ class LineChunker {
   bool full() const { return size_ >= kChunkSize && lineEnd_ != 0; }
 
   // The whole lines that have come in and have not been taken; may be empty.
-  // There is a NUL byte behind them. Valid until the next call that takes.
+  // There is a NUL byte after them. Valid until the next call that takes.
   std::string_view takeLines();
 
   // As takeLines, with what there is of a last line: to be called at the end.
@@ -51,7 +51,7 @@ class LineChunker {
   std::vector<char> buffer_;
   std::vector<char> chunk_;  // what was taken last
   std::size_t size_ = 0;     // in use, of buffer_
-  std::size_t lineEnd_ = 0;  // behind the last line feed in buffer_
+  std::size_t lineEnd_ = 0;  // after the last line feed in buffer_
 };
 
 template <class Read>

@@ -31,7 +31,7 @@ class StandardInput::Rest : public Source {
 StandardInput::StandardInput() : reader_(STDIN_FILENO, "standard input") {}
 
 bool StandardInput::nextLine(std::string& line) {
-  std::size_t searched = 0;  // behind begin_
+  std::size_t searched = 0;  // after begin_
   std::size_t end = std::string::npos;
   while ((end = buffer_.find('\n', begin_ + searched)) == std::string::npos) {
     searched = buffer_.size() - begin_;

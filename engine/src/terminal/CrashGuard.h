@@ -11,7 +11,7 @@ namespace QorCliEngine {
 // still ends by that signal. One at a time, one thread.
 class CrashGuard {
  public:
-  // Takes the settings of the terminal behind standard input as they are now.
+  // Takes the settings of the terminal on standard input as they are now.
   // `farewell` is then written to the descriptor `screen`; it is not copied.
   CrashGuard(int screen, char const* farewell);
   ~CrashGuard();

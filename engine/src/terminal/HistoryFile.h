@@ -12,7 +12,7 @@ namespace QorCliEngine {
 // The file in which command lines are kept between sessions, of which several
 // may write at once: $XDG_STATE_HOME/qorcli/history, or below ~/.local/state.
 //
-// Only a regular file of the user's own is read and written: nothing behind a
+// Only a regular file of the user's own is read and written: nothing beyond a
 // symbolic link, no FIFO, and no file that begins otherwise than a history. The
 // folder and the file are made accessible to the user only. Where there is no
 // such file, and none can be made, nothing is read or kept; that is no error.

@@ -10,7 +10,7 @@
 namespace QorCliEngine {
 
 // A search through the history for the lines that hold a text, while the text
-// is being typed. It begins behind the newest line, with an empty text. One
+// is being typed. It begins after the newest line, with an empty text. One
 // thread.
 class HistorySearch {
  public:
@@ -40,7 +40,7 @@ class HistorySearch {
  private:
   struct Step {
     std::string text;
-    std::size_t line = 0;  // 0: behind the newest; 1: the newest
+    std::size_t line = 0;  // 0: after the newest; 1: the newest
     bool failed = false;
   };
 

@@ -50,12 +50,12 @@ bool isParameter(wchar_t c) { return c >= L' ' && c <= L'?'; }
 
 bool isControl(wchar_t c) { return c < L' ' || c == kDelete; }
 
-// Where the sequence's introducer is: behind one escape or two.
+// Where the sequence's introducer is: after one escape or two.
 std::size_t introducer(std::wstring const& sequence) {
   return sequence.find_first_not_of(kEscape);
 }
 
-// The character behind "[[": some terminals' function keys.
+// The character after "[[": some terminals' function keys.
 bool isDoubleBracket(std::wstring const& sequence, std::size_t begin) {
   return sequence.compare(begin, 2, L"[[") == 0;
 }

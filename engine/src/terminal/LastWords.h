@@ -17,7 +17,7 @@ class LastWords {
   explicit LastWords(::History* history) : lines_(history) {}
 
   // The last word of the next older line that has one, with its quotes. Empty
-  // behind the oldest.
+  // after the oldest.
   std::string next();
 
  private:

@@ -37,13 +37,13 @@ constexpr wchar_t kLastWord[] = L"\033.";
 constexpr wchar_t kInsertWaiting[] = L"\033[waiting";
 constexpr wchar_t kCloseQuote[] = L"\033[quote";
 constexpr wchar_t kShowSearch[] = L"\033[search";
-constexpr wchar_t kAboveControls = 0xA0;  // behind those from 0x80 on
+constexpr wchar_t kAboveControls = 0xA0;  // after those from 0x80 on
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::size_t kTabStop = 8;  // cells
 
 EditLibrary const& edit() { return EditLibrary::get(); }
 
-// The cells up to the end of `text`, behind `from` cells, as the line editor
+// The cells up to the end of `text`, after `from` cells, as the line editor
 // shows them: a tab up to the next stop, another control character as two.
 std::size_t cellsBehind(std::size_t from, std::string const& text) {
   std::size_t cells = from;
@@ -103,7 +103,7 @@ bool moreIsTyped() {
   return ::poll(&input, 1, 0) > 0;
 }
 
-// The lines of a pasted text; those behind the first that are empty are not
+// The lines of a pasted text; those after the first that are empty are not
 // worth an Enter. There is at least one.
 std::vector<std::string> pastedLines(std::wstring const& text) {
   std::vector<std::string> lines(1);
@@ -424,7 +424,7 @@ void LineEditor::replace(std::string const& text,
   edit().el_cursor(editor_, -static_cast<int>(charactersBehind));
 }
 
-// Takes what is behind the cursor out of the line.
+// Takes what is after the cursor out of the line.
 std::string LineEditor::cutTail() {
   LineInfo const* const info = edit().el_line(editor_);
   std::string tail(info->cursor, info->lastchar);
@@ -506,7 +506,7 @@ bool LineEditor::readCharacter(wchar_t& character) {
   }
 }
 
-// `replacement` is often the word and something behind it, and the line is then
+// `replacement` is often the word and something after it, and the line is then
 // only added to.
 void LineEditor::finishWord(std::string const& word, std::string replacement) {
   LineInfo const* const info = edit().el_line(editor_);
@@ -570,7 +570,7 @@ unsigned char LineEditor::redraw() {
   return CC_NORM;
 }
 
-// Goes to the row behind those of the line, of which there may be several.
+// Goes to the row after those of the line, of which there may be several.
 void LineEditor::goBelow() {
   LineInfo const* const info = edit().el_line(editor_);
   std::size_t const columns = Terminal::size().columns;

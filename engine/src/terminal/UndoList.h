@@ -8,7 +8,7 @@
 namespace QorCliEngine {
 
 // What a line was before each change, to go back to. Characters typed one
-// behind the other are one change, up to the end of a word. One thread.
+// after the other are one change, up to the end of a word. One thread.
 class UndoList {
  public:
   static constexpr std::size_t kMostChanges = 100;  // the oldest are forgotten
