@@ -275,25 +275,24 @@ constexpr char const* kFilters[] = {
 #endif
 };
 
-TEST_F(InitialisedLibrary, Executes) {
-  for (char const* command : kFilters) {
-    SCOPED_TRACE(command);
-    mayLeak_ = command == kLinearFilter;
-    EXPECT_GT(failEach([&] { use(kExecute, command, kBeginning); },
-                       [&] { return use(kExecute, command, kRest); }, kKept),
-              10);
+class Executing : public InitialisedLibrary {
+ protected:
+  void failEachOfEveryFilter() {
+    for (char const* command : kFilters) {
+      SCOPED_TRACE(command);
+      mayLeak_ = command == kLinearFilter;
+      EXPECT_GT(failEach([&] { use(kExecute, command, kBeginning); },
+                         [&] { return use(kExecute, command, kRest); }, kKept),
+                10);
+    }
   }
-}
+};
 
-TEST_F(InitialisedLibrary, FailsWhereNoMemoryComesBack) {
+TEST_F(Executing, AnswersOrFails) { failEachOfEveryFilter(); }
+
+TEST_F(Executing, FailsWhereNoMemoryComesBack) {
   lasting_ = true;
-  for (char const* command : kFilters) {
-    SCOPED_TRACE(command);
-    mayLeak_ = command == kLinearFilter;
-    EXPECT_GT(failEach([&] { use(kExecute, command, kBeginning); },
-                       [&] { return use(kExecute, command, kRest); }, kKept),
-              10);
-  }
+  failEachOfEveryFilter();
 }
 
 TEST_F(InitialisedLibrary, ExecutesTheFirstCallOfAnAction) {
